@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs what is missing, then builds and runs the whole test suite in three builds:
+# release with warnings as errors (GCC), AddressSanitizer + UndefinedBehaviorSanitizer (Clang),
+# and ThreadSanitizer (Clang). `--fast` runs the release build only.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+./scripts/install-deps.sh
+
+fast=0
+[ "${1:-}" = "--fast" ] && fast=1
+
+run_suite() {
+    local dir="build/$1"; shift
+    echo "=== $dir"
+    cmake -S . -B "$dir" -G Ninja -DVORIX_WERROR=ON "$@" >/dev/null
+    cmake --build "$dir"
+    ctest --test-dir "$dir" --output-on-failure -j "$(nproc)" --timeout 600
+}
+
+run_suite release -DCMAKE_BUILD_TYPE=Release
+if [ "$fast" -eq 0 ]; then
+    run_suite asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+        -DVORIX_SANITIZE="address;undefined" -DVORIX_BUILD_BENCH=OFF
+    TSAN_OPTIONS="halt_on_error=1" run_suite tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DCMAKE_CXX_COMPILER=clang++ -DVORIX_SANITIZE=thread -DVORIX_BUILD_BENCH=OFF
+fi

@@ -1,0 +1,62 @@
+#include "engine/ExternalFilter.h"
+
+namespace vorix {
+namespace {
+
+void RunSection(FilterSection& section, const float* input, float* output, int count) noexcept {
+    const double b0 = section.b[0], b1 = section.b[1], b2 = section.b[2];
+    const double a1 = section.a[1], a2 = section.a[2];
+    float x1 = section.x[1], x2 = section.x[2];
+    double y1 = section.y[1], y2 = section.y[2];
+    float x = section.x[0];
+    for (int i = 0; i < count; ++i) {
+        x = input[i];
+        const double y = b0 * x + b1 * x1 + b2 * x2 - a1 * y1 - a2 * y2;
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
+        output[i] = static_cast<float>(y);
+    }
+    section.x[0] = x;
+    section.x[1] = x1;
+    section.x[2] = x2;
+    section.y[0] = y1;
+    section.y[1] = y1;
+    section.y[2] = y2;
+}
+
+}  // namespace
+
+void ProcessSectionsBlock(OpaqueFilterData* filter, const float* input, float* output,
+                          int count) noexcept {
+    for (FilterSection& section : AsExternal(filter)->sections) {
+        RunSection(section, input, output, count);
+    }
+}
+
+void LoadExternalSections(OpaqueFilterData* filter, const FilterDescription& description) {
+    std::vector<FilterSection>& sections = AsExternal(filter)->sections;
+    sections.resize(description.numerators.size());
+    for (size_t i = 0; i < sections.size(); ++i) {
+        for (int k = 0; k < 3; ++k) {
+            sections[i].b[k] = description.numerators[i][k];
+            if (i < description.denominators.size()) sections[i].a[k] = description.denominators[i][k];
+        }
+    }
+}
+
+void CopyExternalSections(const ExternalFilterData* source, ExternalFilterData* target) {
+    if (source->sections.size() == target->sections.size()) {
+        for (size_t i = 0; i < source->sections.size(); ++i) {
+            for (int k = 0; k < 3; ++k) {
+                target->sections[i].b[k] = source->sections[i].b[k].Load();
+                target->sections[i].a[k] = source->sections[i].a[k].Load();
+            }
+        }
+        return;
+    }
+    target->sections = source->sections;
+}
+
+}  // namespace vorix

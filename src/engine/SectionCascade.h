@@ -1,0 +1,26 @@
+#pragma once
+
+#include "engine/FilterRecord.h"
+
+namespace vorix {
+
+// Runs single-section filters with no ramp due in cascade over a block, in place: the same bits
+// as running each filter's recursion over the whole block in turn, but with several filters in
+// flight at once (filter j works on sample t - j while filter j - 1 works on t), so the cascade is
+// bound by arithmetic throughput rather than by the latency of one recursion.
+// Audio thread; must not allocate, lock or throw.
+void ProcessSectionCascade(SectionFilterData* const* filters, int count, float* buffer,
+                           int samples) noexcept;
+
+// Two independent cascades, one per channel, carried side by side in one SIMD register: lane 0
+// runs left[j], lane 1 runs right[j]. Audio thread.
+void ProcessSectionCascadeStereo(SectionFilterData* const* left, SectionFilterData* const* right,
+                                 int count, float* bufferLeft, float* bufferRight,
+                                 int samples) noexcept;
+
+// The reference twin of both: each filter's plain recursion over the whole block in turn.
+// Audio thread.
+void ProcessSectionCascadePlain(SectionFilterData* const* filters, int count, float* buffer,
+                                int samples) noexcept;
+
+}  // namespace vorix
