@@ -18,6 +18,20 @@ void ProcessSectionCascadeStereo(SectionFilterData* const* left, SectionFilterDa
                                  int count, float* bufferLeft, float* bufferRight,
                                  int samples) noexcept;
 
+// The instruction sets the cascades are built for; the best one the processor has is chosen
+// once, at the first call. Both give the same bits.
+enum class CascadeIsa { Sse2, Avx512 };
+
+bool CascadeIsaSupported(CascadeIsa isa) noexcept;
+CascadeIsa BestCascadeIsa() noexcept;
+
+// The two kernels above on a given instruction set, which must be supported. Audio thread.
+void ProcessSectionCascadeOn(CascadeIsa isa, SectionFilterData* const* filters, int count,
+                             float* buffer, int samples) noexcept;
+void ProcessSectionCascadeStereoOn(CascadeIsa isa, SectionFilterData* const* left,
+                                   SectionFilterData* const* right, int count, float* bufferLeft,
+                                   float* bufferRight, int samples) noexcept;
+
 // The reference twin of both: each filter's plain recursion over the whole block in turn.
 // Audio thread.
 void ProcessSectionCascadePlain(SectionFilterData* const* filters, int count, float* buffer,
