@@ -18,7 +18,6 @@ constexpr float k1000HzAt44100 = std::bit_cast<float>(0x3CB9C278u);  // 0.022675
 constexpr float k100HzAt44100 = std::bit_cast<float>(0x3B149B93u);   // 0.0022675737
 constexpr float kButterworthQ = 0.70710677f;
 
-constexpr uint32_t kGainBit = Bit(FilterParameterId::Gain);
 constexpr uint32_t kBandwidthBit = Bit(FilterParameterId::Bandwidth);
 
 // Opens a parameter write: the counters tell the audio thread a change is under way until the
