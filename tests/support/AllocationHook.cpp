@@ -7,7 +7,25 @@ namespace vorix::test {
 namespace {
 
 thread_local std::size_t tAllocations = 0;
-thread_local AllocationCounter* tInnermost = nullptr;
+
+}  // namespace
+
+AllocationCounter::AllocationCounter() : start_(tAllocations) {}
+
+
+std::size_t AllocationCounter::Count() const { return tAllocations - start_; }
+
+#ifdef VORIX_NO_ALLOCATION_HOOK
+
+bool AllocationCounter::Available() { return false; }
+
+}  // namespace vorix::test
+
+#else
+
+bool AllocationCounter::Available() { return true; }
+
+namespace {
 
 void* CountedAllocate(std::size_t size, std::size_t alignment) {
     ++tAllocations;
@@ -19,20 +37,21 @@ void* CountedAllocate(std::size_t size, std::size_t alignment) {
     return p;
 }
 
-}  // namespace
-
-AllocationCounter::AllocationCounter() : start_(tAllocations), outer_(tInnermost) {
-    tInnermost = this;
+void* CountedAllocateNoThrow(std::size_t size) noexcept {
+    try {
+        return CountedAllocate(size, 0);
+    } catch (...) {
+        return nullptr;
+    }
 }
 
-AllocationCounter::~AllocationCounter() { tInnermost = outer_; }
-
-std::size_t AllocationCounter::Count() const { return tAllocations - start_; }
-
+}  // namespace
 }  // namespace vorix::test
 
 using vorix::test::CountedAllocate;
+using vorix::test::CountedAllocateNoThrow;
 
+// Every allocation of the test executable passes here and is counted for its thread.
 void* operator new(std::size_t size) { return CountedAllocate(size, 0); }
 void* operator new[](std::size_t size) { return CountedAllocate(size, 0); }
 void* operator new(std::size_t size, std::align_val_t a) {
@@ -42,18 +61,10 @@ void* operator new[](std::size_t size, std::align_val_t a) {
     return CountedAllocate(size, static_cast<std::size_t>(a));
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    try {
-        return CountedAllocate(size, 0);
-    } catch (...) {
-        return nullptr;
-    }
+    return CountedAllocateNoThrow(size);
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    try {
-        return CountedAllocate(size, 0);
-    } catch (...) {
-        return nullptr;
-    }
+    return CountedAllocateNoThrow(size);
 }
 void operator delete(void* p) noexcept { std::free(p); }
 void operator delete[](void* p) noexcept { std::free(p); }
@@ -63,3 +74,5 @@ void operator delete(void* p, std::align_val_t) noexcept { std::free(p); }
 void operator delete[](void* p, std::align_val_t) noexcept { std::free(p); }
 void operator delete(void* p, std::size_t, std::align_val_t) noexcept { std::free(p); }
 void operator delete[](void* p, std::size_t, std::align_val_t) noexcept { std::free(p); }
+
+#endif  // VORIX_NO_ALLOCATION_HOOK
