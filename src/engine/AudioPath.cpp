@@ -27,8 +27,9 @@ bool Processes(const OpaqueFilterData* f) {
 // channels never mix.
 class CascadeRunner {
 public:
-    CascadeRunner(float* const* buffers, int lanes, int samples)
-        : buffers_(buffers), lanes_(lanes), samples_(samples) {}
+    // With `steadyOnly` no ramp starts: the walk after the ramp samples of a block.
+    CascadeRunner(float* const* buffers, int lanes, int samples, bool steadyOnly)
+        : buffers_(buffers), lanes_(lanes), samples_(samples), steadyOnly_(steadyOnly) {}
 
     // Runs one chain filter of a lane as the chain walk reaches it.
     void Push(int lane, OpaqueFilterData* f) noexcept {
@@ -60,7 +61,7 @@ private:
     static constexpr int kCapacity = 16;
 
     void PushSection(int lane, SectionFilterData* s) noexcept {
-        if (RampDue(s)) {
+        if (!steadyOnly_ && RampDue(s)) {
             Flush();
             ProcessFilterBlock(s, buffers_[lane], buffers_[lane], samples_);
             return;
@@ -83,6 +84,7 @@ private:
     float* const* buffers_;
     int lanes_;
     int samples_;
+    bool steadyOnly_;
     SectionFilterData* group_[2][kCapacity] = {};
     int count_[2] = {0, 0};
 };
@@ -90,6 +92,53 @@ private:
 void RunChainReference(FilterChain* chain, float* buffer, int count) noexcept {
     for (OpaqueFilterData* f = FirstFilter(chain); f != nullptr; f = NextFilter(f)) {
         if (Processes(f)) f->process.Load()(f, buffer, buffer, count);
+    }
+}
+
+// Runs the chains of the channels that take part, in place on their work buffers.
+// Whether any filter that will run has a ramp due: a record, or an active harmonic sub-filter.
+bool AnyRampDue(FilterChain* const* chains, const bool* runs, int channels) noexcept {
+    for (int c = 0; c < channels; ++c) {
+        if (!runs[c]) continue;
+        for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
+            if (!Processes(f)) continue;
+            if (KindOf(f) == FilterKind::SingleSection && RampDue(f)) return true;
+            if (KindOf(f) != FilterKind::Harmonic) continue;
+            for (OpaqueFilterData* sub = FirstFilter(AsHarmonic(f)->subFilters); sub != nullptr;
+                 sub = NextFilter(sub)) {
+                if (RampDue(sub)) return true;
+            }
+        }
+    }
+    return false;
+}
+
+// One walk of the chains over `count` samples from `offset`, through the cascades.
+void WalkChains(FilterChain* const* chains, float* const* buffers, const bool* runs, int channels,
+                int offset, int count, bool steadyOnly) noexcept {
+    float* at[2] = {buffers[0] != nullptr ? buffers[0] + offset : nullptr,
+                    buffers[1] != nullptr ? buffers[1] + offset : nullptr};
+    if (channels == 2 && runs[0] && runs[1]) {
+        // Walk both chains side by side, so that partners tend to share a register.
+        CascadeRunner runner(at, 2, count, steadyOnly);
+        OpaqueFilterData* f[2] = {FirstFilter(chains[0]), FirstFilter(chains[1])};
+        while (f[0] != nullptr || f[1] != nullptr) {
+            for (int lane = 0; lane < 2; ++lane) {
+                if (f[lane] == nullptr) continue;
+                if (Processes(f[lane])) runner.Push(lane, f[lane]);
+                f[lane] = NextFilter(f[lane]);
+            }
+        }
+        runner.Flush();
+        return;
+    }
+    for (int c = 0; c < channels; ++c) {
+        if (!runs[c]) continue;
+        CascadeRunner runner(&at[c], 1, count, steadyOnly);
+        for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
+            if (Processes(f)) runner.Push(0, f);
+        }
+        runner.Flush();
     }
 }
 
@@ -106,28 +155,16 @@ void RunChains(AudioPathState& state, const AudioConfiguration& config, const bo
         }
         return;
     }
-    if (state.channels == 2 && runs[0] && runs[1]) {
-        // Walk both chains side by side, so that partners tend to share a register.
-        CascadeRunner runner(buffers, 2, count);
-        OpaqueFilterData* f[2] = {FirstFilter(chains[0]), FirstFilter(chains[1])};
-        while (f[0] != nullptr || f[1] != nullptr) {
-            for (int lane = 0; lane < 2; ++lane) {
-                if (f[lane] == nullptr) continue;
-                if (Processes(f[lane])) runner.Push(lane, f[lane]);
-                f[lane] = NextFilter(f[lane]);
-            }
-        }
-        runner.Flush();
+    // A ramp redesigns over the first samples only; after them every filter is steady again.
+    // Running the block in two walks keeps a ramping filter from splitting the cascade for the
+    // whole block: the same bits, since the ramp ends where the first walk does and a change that
+    // lands between the walks waits for the next block either way.
+    if (count > kRampLength && AnyRampDue(chains, runs, state.channels)) {
+        WalkChains(chains, buffers, runs, state.channels, 0, kRampLength, false);
+        WalkChains(chains, buffers, runs, state.channels, kRampLength, count - kRampLength, true);
         return;
     }
-    for (int c = 0; c < state.channels; ++c) {
-        if (!runs[c]) continue;
-        CascadeRunner runner(&buffers[c], 1, count);
-        for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
-            if (Processes(f)) runner.Push(0, f);
-        }
-        runner.Flush();
-    }
+    WalkChains(chains, buffers, runs, state.channels, 0, count, false);
 }
 
 // The filter a soloed filter puts on channel c, or null for a dry channel.

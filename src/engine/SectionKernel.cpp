@@ -6,8 +6,6 @@
 namespace vorix {
 namespace {
 
-constexpr int kRampLength = 16;
-
 using RecursionFunction = void (*)(const SectionCoefficients&, SectionState&, const float*, float*,
                                    int) noexcept;
 

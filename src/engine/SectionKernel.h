@@ -4,6 +4,9 @@
 
 namespace vorix {
 
+// A parameter change ramps over this many samples (fewer in a shorter block).
+constexpr int kRampLength = 16;
+
 // The audio set widened to double once per block: the recursion sums in double precision.
 struct SectionCoefficients {
     double b0, b1, b2, a1, a2;
