@@ -49,10 +49,7 @@ void LoadExternalSections(OpaqueFilterData* filter, const FilterDescription& des
 void CopyExternalSections(const ExternalFilterData* source, ExternalFilterData* target) {
     if (source->sections.size() == target->sections.size()) {
         for (size_t i = 0; i < source->sections.size(); ++i) {
-            for (int k = 0; k < 3; ++k) {
-                target->sections[i].b[k] = source->sections[i].b[k].Load();
-                target->sections[i].a[k] = source->sections[i].a[k].Load();
-            }
+            target->sections[i] = source->sections[i];  // word by word: no reallocation
         }
         return;
     }

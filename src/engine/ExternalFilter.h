@@ -16,9 +16,9 @@ void ProcessSectionsBlock(OpaqueFilterData* filter, const float* input, float* o
 // linked (the section array may move).
 void LoadExternalSections(OpaqueFilterData* filter, const FilterDescription& description);
 
-// Copies the whole section array. While the target is linked the caller must keep the audio
-// thread out (the engine's audio lock) unless both have the same number of sections, in which
-// case only coefficient words change. Editor side.
+// Copies the whole section array, history included. While the target is linked the caller must
+// keep the audio thread out (the engine's audio lock) unless both have the same number of
+// sections, in which case the array stays where it is and only its words change. Editor side.
 void CopyExternalSections(const ExternalFilterData* source, ExternalFilterData* target);
 
 }  // namespace vorix

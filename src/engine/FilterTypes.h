@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 namespace vorix {
@@ -64,8 +65,9 @@ struct FilterFlags {
     static constexpr uint32_t Locks = FreqLock | GainLock | QLock | BwLock | SlopeLock;
 };
 
-// The highest normalised frequency anywhere in the system: 20000 Hz at 44100 Hz.
-constexpr float kFrequencyLimit = 0.4535147f;
+// The highest normalised frequency anywhere in the system: 20000 Hz at 44100 Hz, rounded to the
+// nearest float (the decimal literal 0.4535147f would land one bit lower).
+constexpr float kFrequencyLimit = std::bit_cast<float>(0x3EE83315u);
 
 // How a record is laid out and processed.
 enum class FilterKind { None, SingleSection, Harmonic, External };
