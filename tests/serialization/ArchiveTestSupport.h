@@ -1,52 +1,58 @@
 #pragma once
 
-#include <cstdint>
+#include <gtest/gtest.h>
+
 #include <functional>
-#include <map>
-#include <memory>
 #include <regex>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "serialization/Archive.h"
-#include "serialization/EelException.h"
-#include "serialization/Serializable.h"
+#include "serialization/ArchiveSequence.h"
 #include "serialization/XMLArchive.h"
 
 namespace vorix::Serialization::test {
 
-// What a failing call raised: the first line, the whole text, and whether it was a parse error.
+// What a call raised: the first line of the text, and the whole. Only the archive's own failures
+// are caught: anything else escapes and fails the test.
 struct Failure {
-    bool raised = false;
-    bool isParseError = false;
-    std::string words;
-    std::string text;
+    bool raised = false, isParseError = false;
+    std::string words, text;
 };
 
 template <typename Call>
 Failure CatchFailure(Call&& call) {
-    Failure failure;
     try {
         call();
-    } catch (const XMLArchive::ParseException& e) {
-        failure = {true, true, e.Words(), e.what()};
     } catch (const Eel::Exception& e) {
-        failure = {true, false, e.Words(), e.what()};
+        const bool isParseError = dynamic_cast<const XMLArchive::ParseException*>(&e) != nullptr;
+        return {true, isParseError, e.Words(), e.what()};
     }
-    return failure;
+    return {};
 }
 
-// Runs `body` between BeginWriting and EndWriting of a writer and answers the whole text,
-// the terminating zero byte included.
+// The whole text a writer makes around `body`, the closing zero byte included.
 inline std::string WriteDocument(const std::function<void(XMLArchive&)>& body,
-                                 bool embedded = false, const std::string& type = "test") {
+                                 bool embedded = false) {
     std::ostringstream stream;
-    XMLArchive archive(stream, type, embedded);
+    XMLArchive archive(stream, "test", embedded);
     archive.BeginWriting();
     body(archive);
     archive.EndWriting();
     return stream.str();
+}
+
+// Ids are process-wide and a zero-padded id reads as octal, so a test that reads the references
+// of a written document back drops the padding; references themselves are plain decimal.
+inline std::string Unpadded(const std::string& text) {
+    return std::regex_replace(text, std::regex("id=\"0+"), "id=\"");
+}
+
+inline std::string Document(const std::string& body) {
+    return "<obj_archive type=\"test\">\n" + body + "</obj_archive>\n";
+}
+
+// What a writer makes of `body`, declaration and closing zero byte included.
+inline std::string Written(const std::string& body) {
+    return "<?xml version=\"1.0\"?>\n" + Document(body) + '\0';
 }
 
 // A reader over its own copy of a document, already past BeginReading.
@@ -59,73 +65,71 @@ struct Reader {
     XMLArchive archive;
 };
 
-// Wraps body lines in a root element, as a writer would.
-inline std::string Document(const std::string& body) {
-    return "<obj_archive type=\"test\">\n" + body + "</obj_archive>\n";
+// The block that `ReadBinary` gives for `name`, with the extra byte at its end.
+inline std::vector<std::uint8_t> ReadBlock(Archive& archive, std::string_view name) {
+    std::size_t size = 0;
+    const auto block = archive.ReadBinary(name, size);
+    return std::vector(block.get(), block.get() + size + 1);
 }
 
-// Ids of a document renumbered 1, 2, 3... in order of first appearance, as the first save of a
-// fresh process numbers them. Ids are process-wide, and those from 8 on do not read back
-// (they are zero-padded and read as octal), so a test that reads references back needs this.
-inline std::string RenumberIds(const std::string& text) {
-    std::map<std::string, std::string> numbers;
-    const auto numberOf = [&numbers](const std::string& id) {
-        const std::string key = std::to_string(std::stoull(id));
-        auto [entry, isNew] = numbers.emplace(key, std::to_string(numbers.size() + 1));
-        return entry->second;
-    };
-    static const std::regex idOrReference(R"(id="(\d+)\"|type="ptr">(\d+)<)");
-    std::string result;
-    auto last = text.cbegin();
-    for (std::sregex_iterator it(text.begin(), text.end(), idOrReference), end; it != end; ++it) {
-        const std::smatch& match = *it;
-        result.append(last, match[0].first);
-        if (match[1].matched) {
-            std::string number = numberOf(match[1].str());
-            result += "id=\"" + std::string(10 - number.size(), '0') + number + "\"";
-        } else {
-            result += "type=\"ptr\">" + numberOf(match[2].str()) + "<";
-        }
-        last = match[0].second;
-    }
-    result.append(last, text.cend());
-    return result;
-}
-
-// An object with one value of every kind and an optional link to another object, made for
-// reading by a factory that keeps what it makes.
+// An object with a number and an optional link to another object.
 class Sample : public Serializable {
   public:
-    static constexpr const char* kTypeName = "Sample";
-    explicit Sample(std::int32_t count = 0, std::string label = "")
-        : count(count), label(std::move(label)) {}
-    const char* GetTypeName() const override { return kTypeName; }
-
+    explicit Sample(std::int32_t count = 0) : count(count) {}
+    const char* GetTypeName() const override { return "Sample"; }
     void Write(Archive& archive) override {
         archive.WriteInt("count", count);
-        archive.WriteString("label", label);
         if (link != nullptr) archive.WriteObject("link", link);
     }
     void Read(Archive& archive) override {
-        count = archive.ReadInt("count");
-        label = archive.ReadString("label", "");
+        count = archive.ReadInt("count", 0);
         if (archive.HasNode("link")) archive.ReadObject("link", link);
     }
-
     std::int32_t count = 0;
-    std::string label;
     Serializable* link = nullptr;
 };
 
-// Makes objects for readers and owns them for the test's length.
+// Makes Samples for readers and owns them for the test's length.
 struct SamplePool {
     ObjectFactory Factory() {
-        return ObjectFactory{{Sample::kTypeName, [this] {
-                                  made.push_back(std::make_unique<Sample>());
-                                  return made.back().get();
-                              }}};
+        return {{"Sample", [this] { return made.emplace_back(std::make_unique<Sample>()).get(); }}};
+    }
+    template <typename AnArchive>
+    static Sample* Read(AnArchive&& archive, std::string_view name) {
+        Serializable* object = nullptr;
+        archive.ReadObject(name, object);
+        return static_cast<Sample*>(object);
     }
     std::vector<std::unique_ptr<Sample>> made;
+};
+
+// One of everything the format has: every value kind, binary of more than one line, two objects
+// that refer to each other, one that refers to itself, and a list.
+struct SampleDocument {
+    static constexpr double kFloats[] = {-2.5, 1.0 / 3.0, 1.23456789e-12};
+    std::string Text() {
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = static_cast<std::uint8_t>(i * 8 + 7);
+        outer.link = &inner;
+        inner.link = &outer;
+        self.link = &self;
+        return WriteDocument([this](XMLArchive& a) {
+            a.WriteBool("yes", true);
+            a.WriteBool("no", false);
+            a.WriteInt64("big", INT64_MIN);
+            for (std::size_t i = 0; i < std::size(kFloats); ++i)
+                a.WriteFloat(std::to_string(i), kFloats[i]);
+            a.WriteString("s", "two words\nand a line");
+            a.WriteBinary("bin", bytes.data(), bytes.size());
+            a.WriteObjectRef("p", 987654321012ULL);
+            a.WriteObject("top", &outer);
+            a.WriteObject("self", &self);
+            ArchiveSequence list(a, 1, "list");
+            list.WriteString("element");
+        });
+    }
+    std::vector<std::uint8_t> bytes = std::vector<std::uint8_t>(33);
+    Sample outer{1}, inner{2}, self{3};
 };
 
 }  // namespace vorix::Serialization::test
