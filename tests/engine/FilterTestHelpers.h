@@ -2,15 +2,16 @@
 
 #include <cmath>
 #include <complex>
-#include <cstdint>
+#include <cstring>
 #include <numbers>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "engine/FilterChainOps.h"
 #include "engine/FilterParameters.h"
-#include "engine/FilterPool.h"
-#include "engine/FilterRecord.h"
 #include "engine/FilterResponse.h"
+#include "engine/SectionKernel.h"
 
 namespace vorix::test {
 
@@ -33,22 +34,16 @@ inline double Normalised(double hz, double rate = 48000.0) {
     return hz / rate;
 }
 
-inline float DecibelsToRatio(double decibels) {
-    return static_cast<float>(std::pow(10.0, decibels / 20.0));
-}
-
-// H(z) = (b0 + b1 z^-1 + b2 z^-2) / (a0 + a1 z^-1 + a2 z^-2) at a normalised frequency, evaluated
-// directly in complex double arithmetic: the reference the engine's own evaluation must meet.
+// H(z) = (b0 + b1 z^-1 + b2 z^-2) / (a0 + a1 z^-1 + a2 z^-2), straight in complex double: the
+// independent reference for the engine's own evaluation.
 inline std::complex<double> TransferFunction(const float* b, const float* a, double frequency) {
     const std::complex<double> zInv = std::polar(1.0, -2.0 * std::numbers::pi * frequency);
     const std::complex<double> num = double(b[0]) + zInv * (double(b[1]) + zInv * double(b[2]));
-    const std::complex<double> den = double(a[0]) + zInv * (double(a[1]) + zInv * double(a[2]));
-    return num / den;
+    return num / (double(a[0]) + zInv * (double(a[1]) + zInv * double(a[2])));
 }
 
 inline double EditSetMagnitude(const OpaqueFilterData* f, double frequency) {
-    const SectionFilterData* s = AsSection(f);
-    return std::abs(TransferFunction(s->edit.b, s->edit.a, frequency));
+    return std::abs(TransferFunction(AsSection(f)->edit.b, AsSection(f)->edit.a, frequency));
 }
 
 inline float EngineMagnitude(const OpaqueFilterData* f, double frequency) {
@@ -57,17 +52,15 @@ inline float EngineMagnitude(const OpaqueFilterData* f, double frequency) {
     return magnitude;
 }
 
-// `count` normalised frequencies, log-spaced from 10 Hz to 20 kHz at 48 kHz.
-inline std::vector<double> AudibleFrequencies(int count = 200) {
+// 200 normalised frequencies, log-spaced from 10 Hz to 20 kHz at 48 kHz.
+inline std::vector<double> AudibleFrequencies() {
     std::vector<double> frequencies;
-    for (int i = 0; i < count; ++i) {
-        frequencies.push_back(Normalised(10.0 * std::pow(2000.0, double(i) / (count - 1))));
-    }
+    for (int i = 0; i < 200; ++i)
+        frequencies.push_back(Normalised(10.0 * std::pow(2000.0, i / 199.0)));
     return frequencies;
 }
 
-// Q as the system defines it from a bandwidth in octaves, computed here from its published
-// single-precision coefficients.
+// Q from a bandwidth in octaves, from the published single-precision coefficients.
 inline double ExpectedQ(double frequency, double bandwidth) {
     const double c0 = 0.99943435f, c1 = -0.70890266f, c2 = -2.3372357f;
     return ((c2 * frequency + c1) * frequency + c0) / (2.0 * bandwidth);
@@ -100,24 +93,30 @@ inline std::vector<float> Noise(int count, uint32_t seed = 12345) {
 }
 
 // The sub-filters of a harmonic filter in harmonic order.
-inline std::vector<SectionFilterData*> SubFilters(const OpaqueFilterData* harmonic) {
+inline std::vector<SectionFilterData*> SubFilters(const OpaqueFilterData* h) {
     std::vector<SectionFilterData*> subs;
-    for (OpaqueFilterData* s = FirstFilter(AsHarmonic(harmonic)->subFilters); s != nullptr;
-         s = NextFilter(s)) {
+    for (OpaqueFilterData* s = FirstFilter(AsHarmonic(h)->subFilters); s; s = NextFilter(s)) {
         subs.push_back(AsSection(s));
     }
     return subs;
 }
 
-inline int32_t HarmonicFlag(const OpaqueFilterData* sub) {
-    return static_cast<int32_t>(sub->flags.Load());
+// Bitwise equality: the kernels must agree to the last bit.
+inline ::testing::AssertionResult SameBits(const std::vector<float>& a,
+                                           const std::vector<float>& b) {
+    size_t i = 0;
+    while (i < a.size() && i < b.size() && std::memcmp(&a[i], &b[i], 4) == 0)
+        ++i;
+    if (i == a.size() && i == b.size()) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "they differ from sample " << i << " on";
 }
 
-struct Counters {
-    uint32_t started, finished;
-};
-inline Counters CountersOf(const OpaqueFilterData* f) {
-    return {f->changeStarted.load(), f->changeFinished.load()};
+// The block sizes that catch edge handling in unrolled and pipelined loops.
+inline std::vector<int> OddBlockSizes() {
+    std::vector<int> sizes = {31, 64, 511};
+    for (int n = 0; n <= 17; ++n)
+        sizes.push_back(n);
+    return sizes;
 }
 
 }  // namespace vorix::test

@@ -19,7 +19,7 @@ using Block = std::vector<std::vector<float>>;
 // free functions the way the engine object builds them: parallel chains whose records at the same
 // place are partners. Shared by the tests and the benchmarks.
 class AudioPathFixture {
-public:
+  public:
     explicit AudioPathFixture(int channels = 2, int maxBlock = 4096, double rate = 48000.0)
         : rate_(rate) {
         state.channels = channels;
@@ -64,8 +64,13 @@ public:
 
     void Process(const std::vector<std::vector<float>>& in, std::vector<std::vector<float>>& out,
                  int count, int mode = kProcessing) {
-        const float* inputs[2] = {in[0].data(), in.size() > 1 ? in[1].data() : nullptr};
-        float* outputs[2] = {out[0].data(), out.size() > 1 ? out[1].data() : nullptr};
+        // A channel the blocks do not both have goes in as null, as a host passes a missing one.
+        const float* inputs[2] = {nullptr, nullptr};
+        float* outputs[2] = {nullptr, nullptr};
+        for (size_t c = 0; c < 2 && c < in.size() && c < out.size(); ++c) {
+            inputs[c] = in[c].data();
+            outputs[c] = out[c].data();
+        }
         ProcessAudioPath(state, inputs, outputs, count, mode);
     }
 
@@ -73,7 +78,7 @@ public:
     FilterChain* chains[2] = {nullptr, nullptr};
     AudioPathState state;
 
-private:
+  private:
     double rate_;
 };
 
