@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "core/PluginCore.h"
 #include "framework/FourCC.h"
@@ -18,11 +19,6 @@ class RtasVorix : public ZORRtasVorixMetaClass {
     std::unique_ptr<PluginCore> CreateCore(PluginPlatform*, const ChannelConfig&) override {
         return nullptr;
     }
-    std::string NameSet(int32_t id, ChannelConfig config = kStereo) const {
-        std::string out;
-        GetControlNameSet(out, id, config);
-        return out;
-    }
 };
 
 // A product of the same family that keeps no session chunk.
@@ -31,42 +27,49 @@ class ChunklessRtasVorix : public RtasVorix {
     bool HasNoChunk() const override { return true; }
 };
 
-TEST(RtasMetaClassNameSets, FilterControlsListFallingLengthsBehindTheirLetter) {
-    const RtasVorix meta;
-    EXPECT_EQ(meta.NameSet(4), "B: Gain\nB:Gain\nB: G\nB:G");
-    EXPECT_EQ(meta.NameSet(27, kMono), "J: Frequency\nJ: Freq\nJ:Freq\nJ: Fc\nJ: F\nJ:F");
-    EXPECT_EQ(meta.NameSet(2),
-              "A: Q/BW/Slope\nA:Q/BW/Slope\nA: Shape\nA:Shape\nA: Shp\nA:Shp\nA: S\nA:S");
-}
-
-TEST(RtasMetaClassNameSets, TrimsEndInATabTheMonoRightTrimIsABlankAndOtherIdsHaveNone) {
-    const RtasVorix meta;
-    EXPECT_EQ(meta.NameSet(FourCC("LGan")), "L Output Trim\nL Out Trim\nL Out\nL\t");
-    EXPECT_EQ(meta.NameSet(FourCC("RGan")), "R Output Trim\nR Out Trim\nR Out\nR\t");
-    EXPECT_EQ(meta.NameSet(FourCC("LGan"), kMono), "Output Trim\nOut Trim\nOut\n\t");
-    EXPECT_EQ(meta.NameSet(FourCC("RGan"), kMono), " ");
-    EXPECT_EQ(meta.NameSet(FourCC("dirt")), "<n/a>");
-    EXPECT_EQ(meta.NameSet(30, kMono), "<n/a>");
+// Trims end in a tab; the mono right trim is a single blank.
+TEST(RtasMetaClassNameSets, ListFallingLengthsPerControlAndNoneForOtherIds) {
+    // clang-format off
+    struct Case { int32_t id; ChannelConfig config; const char* names; };
+    const Case cases[] = {{4, kStereo, "B: Gain\nB:Gain\nB: G\nB:G"},
+        {27, kMono, "J: Frequency\nJ: Freq\nJ:Freq\nJ: Fc\nJ: F\nJ:F"},
+        {2, kStereo, "A: Q/BW/Slope\nA:Q/BW/Slope\nA: Shape\nA:Shape\nA: Shp\nA:Shp\nA: S\nA:S"},
+        {FourCC("LGan"), kStereo, "L Output Trim\nL Out Trim\nL Out\nL\t"},
+        {FourCC("RGan"), kStereo, "R Output Trim\nR Out Trim\nR Out\nR\t"},
+        {FourCC("LGan"), kMono, "Output Trim\nOut Trim\nOut\n\t"}, {FourCC("RGan"), kMono, " "},
+        {FourCC("dirt"), kStereo, "<n/a>"}, {30, kMono, "<n/a>"}};
+    // clang-format on
+    const RtasVorix vorix;
+    const ZORPluginMetaClass& meta = vorix;  // the host layer asks through the generic class
+    for (const Case& c : cases) {
+        std::string names;
+        meta.GetControlNameSet(names, c.id, c.config);
+        EXPECT_EQ(names, c.names) << c.id << " outputs " << c.config.outputs;
+    }
 }
 
 TEST(RtasMetaClassIdentity, PlugInIdVersionNameSetsAndInsertKinds) {
-    const RtasVorix meta;
-    EXPECT_EQ(meta.GetPlugInId(), 0x566F7278);
-    EXPECT_EQ(meta.GetPlugInVersion(), 1);
+    const RtasVorix vorix;
+    const ZORPluginMetaClass& generic = vorix;
+    const auto* meta = dynamic_cast<const RTASPluginMetaClassInterface*>(&generic);
+    ASSERT_NE(meta, nullptr);
+    EXPECT_EQ(meta->GetPlugInId(), static_cast<int32_t>(FourCC("Vorx")));
+    std::string text;
+    generic.FormatValueWithUnits(text, 0, 1000.0f, -1);
+    EXPECT_EQ(text, "1000 Hz");
+    EXPECT_EQ(meta->GetPlugInVersion(), 1);
     std::string product, mono, stereo;
-    meta.GetProductNameSet(product);
-    meta.GetMonoNameSet(mono);
-    meta.GetStereoNameSet(stereo);
-    EXPECT_EQ(product, "Vorix\nVrx");
-    EXPECT_EQ(mono, "Vorix 1ch\nVorix 1\nVrx1\nVrx");
-    EXPECT_EQ(stereo, "Vorix 2ch\nVorix 2\nVrx2\nVrx");
-    EXPECT_FALSE(meta.SupportsAudioSuiteTypes());
-    EXPECT_FALSE(meta.SupportsAudioSuitePreview());
-    EXPECT_TRUE(meta.SupportsRtasTypes());
-    EXPECT_FALSE(meta.HasSideChain());
-    EXPECT_FALSE(meta.HasProgramBank());
+    meta->GetProductNameSet(product);
+    meta->GetMonoNameSet(mono);
+    meta->GetStereoNameSet(stereo);
+    EXPECT_EQ(product + "|" + mono + "|" + stereo,
+              "Vorix\nVrx|Vorix 1ch\nVorix 1\nVrx1\nVrx|Vorix 2ch\nVorix 2\nVrx2\nVrx");
     int32_t typeId = 0;
-    EXPECT_FALSE(meta.GetCustomEffectType(kStereo, typeId, product, stereo));
+    // Plain insert effect only: no offline processing, side chain, program bank or custom type.
+    EXPECT_EQ(std::tuple(meta->SupportsAudioSuiteTypes(), meta->SupportsAudioSuitePreview(),
+                         meta->SupportsRtasTypes(), meta->HasSideChain(), generic.HasProgramBank(),
+                         meta->GetCustomEffectType(kStereo, typeId, product, stereo)),
+              std::tuple(false, false, true, false, false, false));
 }
 
 TEST(RtasMetaClassChunk, NamesTheSessionChunkUnlessTheProductKeepsNone) {
@@ -78,19 +81,6 @@ TEST(RtasMetaClassChunk, NamesTheSessionChunkUnlessTheProductKeepsNone) {
     EXPECT_FALSE(RtasVorix().HasNoChunkInterface());
     EXPECT_FALSE(ChunklessRtasVorix().GetChunkInfo(id, name));
     EXPECT_TRUE(ChunklessRtasVorix().HasNoChunkInterface());
-}
-
-TEST(RtasMetaClassCast, HostLayerReachesTheInterfaceFromTheMetaClass) {
-    const RtasVorix vorix;
-    const ZORPluginMetaClass& meta = vorix;
-    const auto* rtas = dynamic_cast<const RTASPluginMetaClassInterface*>(&meta);
-    ASSERT_NE(rtas, nullptr);
-    EXPECT_EQ(rtas->GetPlugInId(), static_cast<int32_t>(FourCC("Vorx")));
-    std::string text;
-    meta.FormatValueWithUnits(text, 0, 1000.0f, -1);
-    EXPECT_EQ(text, "1000 Hz");
-    meta.GetControlNameSet(text, FourCC("RGan"), kMono);
-    EXPECT_EQ(text, " ");
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
 #include "platform/RecentDirectories.h"
 
-#include <stdlib.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <optional>
-#include <sstream>
-#include <string>
 
 #include <gtest/gtest.h>
 
@@ -21,56 +18,48 @@ class RecentDirectoriesTest : public ::testing::Test {
   protected:
     void SetUp() override {
         if (const char* value = std::getenv("XDG_CONFIG_HOME")) savedXdg = value;
-        std::string pattern = (fs::temp_directory_path() / "vorix-recent-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        root = pattern;
+        root = fs::temp_directory_path() / ("vorix-recent-" + std::to_string(::getpid()));
+        store = (folder = root / "config" / "Zorvane Sound Works") / "Recent Directories";
         ::setenv("XDG_CONFIG_HOME", (root / "config").c_str(), 1);
     }
     void TearDown() override {
         fs::remove_all(root);
         ::setenv("XDG_CONFIG_HOME", savedXdg.c_str(), 1);  // empty counts as unset
     }
-
-    fs::path StoreFolder() const { return root / "config" / "Zorvane Sound Works"; }
-    fs::path StoreFile() const { return StoreFolder() / "Recent Directories"; }
-    // Nothing but the store itself: no temporary file left beside it.
-    long FolderEntries() const {
-        return std::distance(fs::directory_iterator(StoreFolder()), fs::directory_iterator());
-    }
+    // The store alone in its folder: no temporary file left beside it.
+    bool StoreIsAlone() const { return std::distance(fs::directory_iterator(folder), {}) == 1; }
 
     std::string savedXdg;
-    fs::path root;
+    fs::path root, folder, store;
 };
 
 TEST_F(RecentDirectoriesTest, MissingOrEmptyFileReadsAsNoDirectory) {
-    const RecentDirectories store = RecentDirectories::ForCurrentUser();
-    EXPECT_EQ(store.ReadLastDirectory(), std::nullopt);
-    fs::create_directories(StoreFolder());
-    std::ofstream(StoreFile()).close();
-    EXPECT_EQ(store.ReadLastDirectory(), std::nullopt);
+    EXPECT_EQ(RecentDirectories::ForCurrentUser().ReadLastDirectory(), std::nullopt);
+    fs::create_directories(folder);
+    std::ofstream(store).close();
+    EXPECT_EQ(RecentDirectories::ForCurrentUser().ReadLastDirectory(), std::nullopt);
 }
 
-// The file lives in the maker's folder, made as needed; a second write replaces the first whole.
+// The file lives in the maker's folder (config home as set up), made as needed; a second write
+// replaces the first whole.
 TEST_F(RecentDirectoriesTest, WrittenDirectoryReadsBackAsOneLineOfTheStoreFile) {
-    const RecentDirectories store = RecentDirectories::ForCurrentUser();
-    EXPECT_EQ(store.FilePath(), StoreFile());
+    const RecentDirectories recent = RecentDirectories::ForCurrentUser();
     const std::string directory = "/home/user/My Settings/\xC3\x89t\xC3\xA9 2024";
-    store.WriteLastDirectory("/a/rather/long/directory/name/first");
-    store.WriteLastDirectory(directory);
+    recent.WriteLastDirectory("/a/rather/long/directory/name/first");
+    recent.WriteLastDirectory(directory);
     EXPECT_EQ(RecentDirectories::ForCurrentUser().ReadLastDirectory(), directory);
-    std::ostringstream contents;
-    contents << std::ifstream(StoreFile(), std::ios::binary).rdbuf();
-    EXPECT_EQ(contents.str(), directory + "\n");
-    EXPECT_EQ(FolderEntries(), 1);
+    std::ifstream file(store, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), directory + "\n");
+    EXPECT_TRUE(StoreIsAlone());
 }
 
 // A folder in the file's place makes the final rename fail after the text has been written.
 TEST_F(RecentDirectoriesTest, FailedReplacementLeavesNoPartialFile) {
-    const RecentDirectories store = RecentDirectories::ForCurrentUser();
-    fs::create_directories(StoreFile() / "occupied");
-    EXPECT_THROW(store.WriteLastDirectory("/tmp"), RecentDirectories::StoreError);
-    EXPECT_EQ(FolderEntries(), 1);
-    EXPECT_TRUE(fs::is_directory(StoreFile()));
+    fs::create_directories(store / "occupied");
+    EXPECT_THROW(RecentDirectories::ForCurrentUser().WriteLastDirectory("/tmp"),
+                 RecentDirectories::StoreError);
+    EXPECT_TRUE(StoreIsAlone());
+    EXPECT_TRUE(fs::is_directory(store));
 }
 
 }  // namespace
