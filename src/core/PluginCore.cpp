@@ -25,12 +25,6 @@ const std::string& EmptyText() {
 
 }  // namespace
 
-PluginCore::MetaClassReference::MetaClassReference() : metaClass_(AcquireMetaClass()) {}
-
-PluginCore::MetaClassReference::~MetaClassReference() {
-    ReleaseMetaClass();
-}
-
 PluginCore::PluginCore(PluginPlatform* platform, const ChannelConfig& config)
     : PluginCore(platform, config, std::make_unique<TimerManager>()) {}
 

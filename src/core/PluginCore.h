@@ -10,6 +10,7 @@
 #include "core/DepthCounter.h"
 #include "core/PluginCoreInterface.h"
 #include "core/SettingsLines.h"
+#include "core/ZORPluginMetaClass.h"
 #include "framework/Exceptions.h"
 #include "framework/MessagePublisher.h"
 #include "framework/PluginServices.h"
@@ -214,17 +215,6 @@ class PluginCore : public PluginCoreInterface, public PluginServices, public Mes
 
   private:
     // A reference to the process-wide meta class for the life of the instance.
-    class MetaClassReference {
-      public:
-        MetaClassReference();
-        ~MetaClassReference();
-        MetaClassReference(const MetaClassReference&) = delete;
-        MetaClassReference& operator=(const MetaClassReference&) = delete;
-        ZORPluginMetaClass* get() const noexcept { return metaClass_; }
-
-      private:
-        ZORPluginMetaClass* metaClass_;
-    };
 
     // One parameter's host value: the latest that the host sent, and the one the editor has.
     struct PendingValue {

@@ -135,4 +135,20 @@ void ReleaseMetaClass();
 // The singleton without counting; null while no reference is held.
 ZORPluginMetaClass* GetMetaClass();
 
+// One counted reference to the meta class for the life of a scope or an object, given back even
+// when the scope is left by an exception. Main thread.
+class MetaClassReference {
+  public:
+    MetaClassReference() : metaClass_(AcquireMetaClass()) {}
+    ~MetaClassReference() { ReleaseMetaClass(); }
+    MetaClassReference(const MetaClassReference&) = delete;
+    MetaClassReference& operator=(const MetaClassReference&) = delete;
+
+    ZORPluginMetaClass* get() const noexcept { return metaClass_; }
+    ZORPluginMetaClass& operator*() const noexcept { return *metaClass_; }
+
+  private:
+    ZORPluginMetaClass* metaClass_;
+};
+
 }  // namespace vorix

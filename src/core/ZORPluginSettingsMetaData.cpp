@@ -15,21 +15,6 @@ constexpr const char* kManufacturerKey = "manufacturer";
 constexpr const char* kInputsKey = "IOConfig.inputs";
 constexpr const char* kOutputsKey = "IOConfig.outputs";
 
-// One meta class reference for the life of a scope, given back even when the scope is left by an
-// exception.
-class MetaClassReference {
-  public:
-    MetaClassReference() : metaClass_(AcquireMetaClass()) {}
-    MetaClassReference(const MetaClassReference&) = delete;
-    MetaClassReference& operator=(const MetaClassReference&) = delete;
-    ~MetaClassReference() { ReleaseMetaClass(); }
-
-    const ZORPluginMetaClass& operator*() const { return *metaClass_; }
-
-  private:
-    ZORPluginMetaClass* metaClass_;
-};
-
 }  // namespace
 
 ZORPluginSettingsMetaData::ZORPluginSettingsMetaData(const ChannelConfig& config)
