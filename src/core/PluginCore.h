@@ -140,6 +140,11 @@ class PluginCore : public PluginCoreInterface, public PluginServices, public Mes
     // audio lock's wait needs (see Process).
     bool IsInProcess() const noexcept { return inProcess_.load(std::memory_order_seq_cst); }
 
+    // Main thread. Returns once every audio block that may have begun before the call has ended:
+    // what that block read may then be reused. Returns at once while no block runs; gives up
+    // after AudioLock's longest wait, since a stalled audio thread reads nothing anyway.
+    void WaitForAudioToPass() const noexcept;
+
     // Editor thread, from the editor's periodic pump. Brings the editor up to date with the host's
     // parameter changes since the last call; never touches the audio path.
     void DispatchPendingParameters();
@@ -270,6 +275,7 @@ class PluginCore : public PluginCoreInterface, public PluginServices, public Mes
     std::atomic<std::int32_t> echoParameter_{kNoParameter};
     DepthCounter audioSuspendDepth_;
     std::atomic<bool> inProcess_{false};
+    std::atomic<std::uint32_t> processEntries_{0};  // counts the entries into the engine
     std::int32_t bypassState_ = 0;  // audio thread only
     std::intptr_t sideChainInput_ = 0;
     std::vector<std::vector<float>> accumulateBuffers_;

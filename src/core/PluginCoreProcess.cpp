@@ -20,6 +20,7 @@ void PluginCore::Process(float** inputs, float** outputs, std::int32_t samples, 
     // is the AudioLock's raise-then-watch on the other side: either the lock sees this call
     // inside, and waits, or this call sees the suspension, and stays out of the engine.
     inProcess_.store(true, std::memory_order_seq_cst);
+    processEntries_.fetch_add(1, std::memory_order_seq_cst);
     if (audioSuspendDepth_.IsRaised()) {
         if (!accumulate) WriteSilence(outputs, samples);
         inProcess_.store(false, std::memory_order_release);

@@ -26,6 +26,7 @@ void MessagePublisher::Unpublish(MsgClassRef ref) {
     // The entry stays while subscribers hear kMsgClassGone, so they may still name the class.
     GetMessagingServer().DestroyMsgClass(msgClass);
     classes_.erase(ref);
+    batchDepths_.erase(ref);
 }
 
 void MessagePublisher::Send(MsgClassRef ref, MsgId msgId, MsgParam param1, MsgParam param2,
@@ -52,6 +53,24 @@ void MessagePublisher::SuspendClass(bool suspend, MsgClassRef ref) {
 MsgClass* MessagePublisher::GetMsgClass(MsgClassRef ref) const {
     const auto entry = classes_.find(ref);
     return entry != classes_.end() ? entry->second : nullptr;
+}
+
+void MessagePublisher::BeginBatch(MsgClassRef ref) {
+    MsgClass* msgClass = Lookup(ref);
+    if (batchDepths_[ref]++ == 0) GetMessagingServer().SendToClass(msgClass, kBatchBegun, 0, 0, nullptr);
+}
+
+void MessagePublisher::EndBatch(MsgClassRef ref) {
+    MsgClass* msgClass = Lookup(ref);
+    const auto depth = batchDepths_.find(ref);
+    if (depth == batchDepths_.end()) return;  // a surplus end is harmless
+    if (--depth->second > 0) return;
+    batchDepths_.erase(depth);
+    GetMessagingServer().SendToClass(msgClass, kBatchEnded, 0, 0, nullptr);
+}
+
+bool MessagePublisher::IsBatching(MsgClassRef ref) const {
+    return batchDepths_.contains(ref);
 }
 
 MsgClass* MessagePublisher::Lookup(MsgClassRef ref) const {

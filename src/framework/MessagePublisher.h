@@ -52,10 +52,20 @@ class MessagePublisher : public PluginServicesClient {
     // Main thread. The class of `ref`, for subscribers to find; null for an unknown ref.
     MsgClass* GetMsgClass(MsgClassRef ref) const;
 
+    // Main thread. Brackets a run of messages on the class: the outermost bracket sends
+    // kBatchBegun and kBatchEnded, inner ones nothing, so that a subscriber can put off a costly
+    // rebuild until the run is over. Raise BadMsgClassRef for an unknown ref. MessageBatch holds
+    // a bracket for a scope.
+    void BeginBatch(MsgClassRef ref);
+    void EndBatch(MsgClassRef ref);
+    // Main thread. Whether a bracket of the class is open.
+    bool IsBatching(MsgClassRef ref) const;
+
   private:
     MsgClass* Lookup(MsgClassRef ref) const;
 
     std::map<MsgClassRef, MsgClass*> classes_;
+    std::map<MsgClassRef, std::int32_t> batchDepths_;
 };
 
 // The text of the failure of Publish with a ref in use.

@@ -24,6 +24,8 @@ inline constexpr MsgId kControlValueChanged = 0x20000;  // new value, the contro
 inline constexpr MsgId kControlPressed = 0x20001;       // value, the control
 inline constexpr MsgId kControlReleased = 0x20002;      // value, the control
 inline constexpr MsgId kControlDragged = 0x20003;       // value, the control
+inline constexpr MsgId kBatchBegun = 0x20010;           // a run of related messages follows; 0, 0
+inline constexpr MsgId kBatchEnded = 0x20011;           // the run is over: time to rebuild; 0, 0
 
 // The class that every control container publishes for its single change signal.
 inline constexpr MsgClassRef kContainerChangeRef = static_cast<MsgClassRef>(FourCC("ccac"));
