@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,6 +9,9 @@
 #include "engine/FilterRecord.h"
 
 namespace vorix {
+
+// The longest filter name that is kept; a longer one is cut.
+constexpr std::size_t kMaxFilterNameLength = 13;
 
 // One filter apart from any chain, in the units of GetFilterParameter (gain in decibels,
 // frequency normalised). Sections are filled for External filters only.
@@ -23,5 +27,12 @@ struct FilterDescription {
 // Describes a filter: its flags, type, name, every parameter of its mask, and its sections.
 // Editor side.
 FilterDescription DescribeFilter(const OpaqueFilterData* filter);
+
+// Makes a record of the description's type from the chain's pool, applies the parameters in list
+// order through SetFilterParameter (so every clamp applies), sets the name (cut to
+// kMaxFilterNameLength), an External filter's sections and the flags, and only then appends it to
+// `chain`, complete, with one pointer write. Null, with the chain untouched, for a type that has
+// no records. Editor side, also while the audio thread walks `chain`; allocates.
+OpaqueFilterData* CreateFilterFromDescription(FilterChain* chain, const FilterDescription& d);
 
 }  // namespace vorix

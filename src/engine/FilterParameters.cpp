@@ -52,10 +52,6 @@ float ClampBandwidth(FilterType rangeType, float value) {
     return ClampToRange(rangeType, FilterParameterId::Bandwidth, value);
 }
 
-float DecibelsToRatio(float decibels) {
-    return static_cast<float>(std::pow(10.0, static_cast<double>(decibels) * 0.05));
-}
-
 int32_t TruncateToWhole(float value) {
     if (!(value == value)) return 0;
     if (value <= static_cast<float>(std::numeric_limits<int32_t>::min())) {
@@ -326,6 +322,10 @@ void InitFilterDefaults(OpaqueFilterData* filter, FilterPool* pool) {
         case FilterKind::External: InitExternalDefaults(AsExternal(filter)); break;
         case FilterKind::None: break;
     }
+}
+
+float DecibelsToRatio(float decibels) {
+    return static_cast<float>(std::pow(10.0, static_cast<double>(decibels) * 0.05));
 }
 
 }  // namespace vorix

@@ -28,4 +28,8 @@ void ResetFilterState(OpaqueFilterData* filter);
 // Editor side, before the record is linked; allocates for harmonic filters only.
 void InitFilterDefaults(OpaqueFilterData* filter, FilterPool* pool);
 
+// A gain in decibels as the linear ratio that records and the audio path hold: 10 to the power of
+// (decibels times 0.05), worked in double and rounded once. Any thread.
+float DecibelsToRatio(float decibels);
+
 }  // namespace vorix

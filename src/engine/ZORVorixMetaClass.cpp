@@ -3,6 +3,7 @@
 #include <array>
 
 #include "engine/FactoryPrograms.h"
+#include "engine/Ombrel.h"
 #include "engine/VorixParameterIds.h"
 
 namespace vorix {
@@ -98,6 +99,11 @@ ZORVorixMetaClass::ZORVorixMetaClass() {
     AddParameter(MakeInfo(kLeftGainId, "prmLeftGain", kOutputTrimShape));
     AddParameter(MakeInfo(kRightGainId, "prmRightGain", kOutputTrimShape));
     AddParameter(MakeInfo(kDirtyId, "prmDirty", kDirtyShape));
+}
+
+std::unique_ptr<PluginCore> ZORVorixMetaClass::CreateCore(PluginPlatform* platform,
+                                                         const ChannelConfig& config) {
+    return std::make_unique<Ombrel>(platform, config);
 }
 
 std::string ZORVorixMetaClass::GetProductName() const {

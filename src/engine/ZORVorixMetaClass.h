@@ -10,13 +10,16 @@ namespace vorix {
 
 // Vorix's description: its identity, its channel pairs (2, 2) and (1, 1), its nineteen factory
 // programs and its table of 33 parameters (ten filter controls of three parameters each, the two
-// output trims and the session-change counter). CreateCore stays pure here until the engine
-// object it makes, Ombrel, exists; the host layer's final class derives from this one.
+// output trims and the session-change counter). It makes the engine, Ombrel; the host layer's
+// final class derives from this one.
 class ZORVorixMetaClass : public ZORPluginMetaClass {
   public:
     // Builds the parameter table. Main thread, once per process.
     ZORVorixMetaClass();
 
+    // A new engine for an instance with the channels of `config`. Main thread; may throw.
+    std::unique_ptr<PluginCore> CreateCore(PluginPlatform* platform,
+                                           const ChannelConfig& config) override;
     // Identity texts. Any thread but audio (allocates).
     std::string GetProductName() const override;
     std::string GetProductFileName() const override;

@@ -9,8 +9,7 @@
 namespace vorix {
 
 // Vorix as Pro Tools sees it: plug-in id "Vorx", version 1, the name sets of the product and of
-// its inserts, and the automation names of each parameter. CreateCore is still pure: the engine
-// object it makes comes with the engine. Any thread but audio (allocates).
+// its inserts, and the automation names of each parameter. Any thread but audio (allocates).
 class ZORRtasVorixMetaClass : public RTASPluginMetaClassBase<ZORVorixMetaClass> {
   public:
     int32_t GetPlugInVersion() const override;

@@ -14,13 +14,7 @@ namespace {
 constexpr ChannelConfig kStereo{2, 2};
 constexpr ChannelConfig kMono{1, 1};
 
-// The product's description as it can be made before the engine exists.
-class Vorix : public ZORVorixMetaClass {
-  public:
-    std::unique_ptr<PluginCore> CreateCore(PluginPlatform*, const ChannelConfig&) override {
-        return nullptr;
-    }
-};
+using Vorix = ZORVorixMetaClass;
 
 using Row = std::tuple<int32_t, int32_t, std::string, int32_t, std::string, float, float, float,
                        float, bool, int32_t>;
