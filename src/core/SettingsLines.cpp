@@ -26,14 +26,20 @@ std::vector<std::string_view> Tokens(std::string_view text, std::string_view del
 
 }  // namespace
 
-std::int32_t ParseLineInteger(std::string_view text) {
+std::string_view NumberStart(std::string_view text) {
     const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
-    if (start == std::string_view::npos) return 0;
+    if (start == std::string_view::npos) return {};
     text.remove_prefix(start);
     if (text.front() == '+') {
         text.remove_prefix(1);
-        if (!text.empty() && text.front() == '-') return 0;  // one sign only
+        if (!text.empty() && text.front() == '-') return {};  // one sign only
     }
+    return text;
+}
+
+std::int32_t ParseLineInteger(std::string_view text) {
+    text = NumberStart(text);
+    if (text.empty()) return 0;
     std::int64_t value = 0;
     const std::errc error = std::from_chars(text.data(), text.data() + text.size(), value).ec;
     if (error == std::errc::result_out_of_range) {

@@ -15,6 +15,10 @@ namespace vorix {
 // is. The search for `name` is a plain substring search: "name" also finds the end of "filename".
 std::string GetLineAttribute(std::string_view line, std::string_view name);
 
+// Where the C library's number readers start in `text`: blanks skipped and one "+" dropped. Empty
+// when no number can follow (blanks only, or a "+" before a "-").
+std::string_view NumberStart(std::string_view text);
+
 // A decimal number at the start of `text`, read as the C library's atoi reads it (blanks, a sign,
 // digits, anything after them ignored); 0 without digits. Beyond the 32-bit range it stops at the
 // range's end instead of overflowing.

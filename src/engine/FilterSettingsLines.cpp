@@ -15,13 +15,8 @@ bool ReadSettingsLine(std::istream& in, std::string& line) {
 }
 
 float ParseSettingsNumber(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
-    if (start == std::string_view::npos) return 0.0f;
-    text.remove_prefix(start);
-    if (text.front() == '+') {
-        text.remove_prefix(1);
-        if (!text.empty() && text.front() == '-') return 0.0f;  // one sign only
-    }
+    text = NumberStart(text);
+    if (text.empty()) return 0.0f;
     float value = 0.0f;
     const auto [end, error] =
         std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::general);
