@@ -17,6 +17,11 @@ if(VORIX_SANITIZE)
   target_link_options(vorix_options INTERFACE -fsanitize=${_vorix_sanitizers})
 endif()
 
+# Every library of a fuzzing build carries the coverage hooks that guide libFuzzer.
+if(VORIX_BUILD_FUZZ)
+  target_compile_options(vorix_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # Declares one subsystem library: vorix_add_library(engine SOURCES ... DEPENDS ...).
 function(vorix_add_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})

@@ -2,6 +2,7 @@
 // form over an XML archive.
 
 #include <sstream>
+#include <utility>
 
 #include "core/ErrorDisplay.h"
 #include "core/PluginCore.h"
@@ -19,10 +20,17 @@ void PluginCore::CaptureSettings(std::string& out) {
     out = std::move(text).str();
 }
 
+// The attributes start empty for the new settings, and come back if the engine refuses them: a
+// refused text changes nothing.
 void PluginCore::LoadSettings(const std::string& text) {
     const InternalChange internal(*this);
-    attributes_.clear();
-    ReadSettings(text);
+    SettingsAttributes previous = std::exchange(attributes_, {});
+    try {
+        ReadSettings(text);
+    } catch (...) {
+        attributes_ = std::move(previous);
+        throw;
+    }
 }
 
 // The archive ends its text with a zero byte; it is left out here, since a settings text travels

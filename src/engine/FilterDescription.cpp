@@ -65,8 +65,19 @@ OpaqueFilterData* CreateFilterFromDescription(FilterChain* chain, const FilterDe
     WorkbenchChain bench(chain->pool);
     OpaqueFilterData* filter = CreateFilterInChain(bench.Get(), 0, d.type);
     if (filter == nullptr) return nullptr;
-    for (const auto& [id, value] : d.parameters)
+    // A parameter the description leaves out keeps the record's default, put through the type's
+    // clamp like every other value: a harmonic filter's default bandwidth of 1 octave lies above
+    // its range, and a filter written out and read back must come back the same.
+    uint32_t given = 0;
+    for (const auto& [id, value] : d.parameters) {
         SetFilterParameter(filter, id, value);
+        given |= Bit(id);
+    }
+    for (FilterParameterId id : kAllFilterParameters) {
+        if ((FilterParameterMask(d.type) & ~given & Bit(id)) != 0) {
+            SetFilterParameter(filter, id, static_cast<float>(GetFilterParameter(filter, id)));
+        }
+    }
     filter->name = d.name.substr(0, kMaxFilterNameLength);
     if (KindOf(filter) == FilterKind::External) LoadExternalSections(filter, d);
     filter->flags = d.flags;

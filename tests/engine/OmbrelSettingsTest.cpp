@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <cmath>
 #include <sstream>
 #include <thread>
@@ -168,6 +170,7 @@ TEST(OmbrelSettingsFailureTest, EachBrokenDocumentShowsItsMessageAndKeepsThePrev
         SCOPED_TRACE(broken.what);
         EngineHarness h;
         h.engine->NewFilter(kNotch);
+        h.engine->SetAttribute("zoom", "3");
         FilterChain* chain = h.Chain(0);
         const std::vector<FilterDescription> before = Describe(h, 0);
         EXPECT_THROW(h.engine->LoadSettings(broken.text), PluginCore::InvalidSettingsData);
@@ -175,6 +178,7 @@ TEST(OmbrelSettingsFailureTest, EachBrokenDocumentShowsItsMessageAndKeepsThePrev
         EXPECT_EQ(h.platform.messages.Messages()[0].first, "Unable to load settings.");
         EXPECT_EQ(h.platform.messages.Messages()[0].second, broken.message);
         EXPECT_EQ(h.Chain(0), chain);
+        EXPECT_EQ(h.engine->FormatAttributes(), "<attributes>zoom=3</attributes>");
         const std::vector<FilterDescription> after = Describe(h, 0);
         ASSERT_EQ(after.size(), before.size());
         for (size_t i = 0; i < after.size(); ++i)
@@ -239,6 +243,37 @@ TEST(OmbrelSettingsToleranceTest, FrequenciesBeyondTheLimitLoadAtTheLimitOrOutOf
         tone[0][i] = tone[1][i] = static_cast<float>(0.5 * std::sin(0.9 * static_cast<double>(i)));
     const Block out = at32.Process(tone);
     EXPECT_NEAR(out[0][4000], tone[0][4000], 1e-3);
+}
+
+// Each input once broke an invariant: a refused document must change nothing (its view options
+// included), and an accepted one must write itself back unchanged after a second load.
+TEST(OmbrelSettingsRegressionTest, FoundDocumentsKeepTheLoadInvariants) {
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::string(VORIX_REGRESSIONS_DIR) + "/settings")) {
+        SCOPED_TRACE(entry.path().filename().string());
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        EngineHarness h;
+        h.engine->SetAttribute("zoom", "2");
+        const std::string before = Written(h);
+        try {
+            h.engine->LoadSettings(text);
+        } catch (const PluginCore::InvalidSettingsData&) {
+            EXPECT_EQ(Written(h), before);
+            continue;
+        }
+        const std::string loaded = Written(h);
+        h.engine->LoadSettings(loaded);
+        EXPECT_EQ(Written(h), loaded);
+    }
+}
+
+TEST(OmbrelSettingsToleranceTest, AnOmittedParameterKeepsItsDefaultWithinTheTypesRange) {
+    EngineHarness h;
+    h.engine->LoadSettings(Document(Element(
+        1, Filter("enabled=\"true\" channel=\"both\"", "4HarmonicParEQ",
+                  "\t\t\t\t\t<frequency_hz>50</frequency_hz>\n"))));
+    EXPECT_FLOAT_EQ(GetFilterParameter(h.Filter(0), P::Bandwidth), 0.104f);
 }
 
 TEST(OmbrelSettingsGainTest, GainLinesSetTheLinkAndTruncateToHalfDecibels) {

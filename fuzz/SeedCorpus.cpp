@@ -1,0 +1,102 @@
+// Writes the seed corpus of every reader's fuzz target from the product's own documents: the
+// factory programs, documents the engine writes for them, chunks the core makes, control-state
+// payloads and control texts. Usage: vorix_fuzz_seeds DIR (one folder per target below DIR).
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <vector>
+
+#include "FuzzSupport.h"
+#include "core/PluginCore.h"
+#include "engine/FactoryPrograms.h"
+#include "hostlib/ChunkDataParser.h"
+
+using namespace vorix;
+namespace fs = std::filesystem;
+
+namespace {
+
+void Write(const fs::path& folder, const std::string& name, std::string_view bytes) {
+    fs::create_directories(folder);
+    std::ofstream(folder / name, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::vector<std::string> FactoryDocuments() {
+    const std::string all = FactoryProgramsDocument();
+    std::vector<std::string> documents;
+    for (size_t start = all.find("<program "); start != std::string::npos;
+         start = all.find("<program ", start + 1)) {
+        const size_t body = all.find('\n', start) + 1;
+        documents.push_back(all.substr(body, all.find("</program>", body) - body));
+    }
+    return documents;
+}
+
+void SettingsSeeds(const fs::path& out) {
+    fuzz::QuietPlatform platform;
+    int n = 0;
+    for (const ChannelConfig config : {ChannelConfig{2, 2}, ChannelConfig{1, 1}}) {
+        auto core = GetMetaClass()->CreateCore(&platform, config);
+        core->SetSampleRate(config.outputs == 2 ? 48000.0f : 32000.0f);
+        for (const std::string& document : FactoryDocuments()) {
+            Write(out / "settings", "factory" + std::to_string(n) + ".vrx", document);
+            core->LoadSettings(document);
+            std::string written;
+            core->CaptureSettings(written);
+            Write(out / "settings", "written" + std::to_string(n++) + ".vrx", written);
+        }
+    }
+}
+
+void ChunkSeeds(const fs::path& out) {
+    Write(out / "core-chunk", "programs", std::string(1, '\0') + FactoryProgramsDocument());
+    int n = 0;
+    for (const std::string& document : FactoryDocuments())
+        Write(out / "core-chunk", "preset" + std::to_string(n++), std::string(1, '\1') + document);
+}
+
+void ParserSeeds(const fs::path& out) {
+    ChunkDataParser parser;
+    parser.AddLong("bypa", 0);
+    parser.AddDouble("ctaa", 1234.5);
+    parser.AddFloat("ctab", -3.0f);
+    parser.AddShort("ctac", 7);
+    std::vector<std::uint8_t> payload(parser.GetChunkDataSize());
+    parser.WriteChunkData(payload);
+    Write(out / "chunk-parser", "controls",
+          std::string_view(reinterpret_cast<const char*>(payload.data()), payload.size()));
+}
+
+void ArchiveSeeds(const fs::path& out) {
+    fuzz::QuietPlatform platform;
+    fuzz::ArchiveCore core(&platform);
+    core.SetAttribute("zoom", "1");
+    core.SetAttribute("sort", "0");
+    std::string written;
+    core.CaptureSettings(written);
+    Write(out / "xml-archive", "settings", written);
+}
+
+void TextSeeds(const fs::path& out) {
+    int n = 0;
+    for (const char* text : {"1000", "12.5k", "-3 dB", "4:1", "1/2", "0.5 s", "1", "2.5E3", "-inf"})
+        Write(out / "control-text", "text" + std::to_string(n++), text);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::cerr << "usage: vorix_fuzz_seeds DIR\n";
+        return 1;
+    }
+    fuzz::HoldMetaClass();
+    const fs::path out = argv[1];
+    SettingsSeeds(out);
+    ChunkSeeds(out);
+    ParserSeeds(out);
+    ArchiveSeeds(out);
+    TextSeeds(out);
+    return 0;
+}
