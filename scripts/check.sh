@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, then builds and runs the whole test suite in three builds:
 # release with warnings as errors (GCC), AddressSanitizer + UndefinedBehaviorSanitizer (Clang),
-# and ThreadSanitizer (Clang). `--fast` runs the release build only.
+# ThreadSanitizer (Clang), and a short run of every fuzz target on its seed corpus.
+# `--fast` runs the release build only.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -24,4 +25,8 @@ if [ "$fast" -eq 0 ]; then
         -DVORIX_SANITIZE="address;undefined" -DVORIX_BUILD_BENCH=OFF
     TSAN_OPTIONS="halt_on_error=1" run_suite tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo \
         -DCMAKE_CXX_COMPILER=clang++ -DVORIX_SANITIZE=thread -DVORIX_BUILD_BENCH=OFF
+fi
+if [ "$fast" -eq 0 ]; then
+    echo "=== fuzz smoke"
+    ./scripts/fuzz.sh 30
 fi

@@ -65,16 +65,20 @@ OpaqueFilterData* CreateFilterFromDescription(FilterChain* chain, const FilterDe
     WorkbenchChain bench(chain->pool);
     OpaqueFilterData* filter = CreateFilterInChain(bench.Get(), 0, d.type);
     if (filter == nullptr) return nullptr;
-    // A parameter the description leaves out keeps the record's default, put through the type's
-    // clamp like every other value: a harmonic filter's default bandwidth of 1 octave lies above
-    // its range, and a filter written out and read back must come back the same.
+    // Only the parameters of the type's mask count: they are what a description written from the
+    // filter holds, so a filter written out and read back comes back the same (a low pass given a
+    // bandwidth would otherwise take a Q beyond its own range). A parameter left out keeps the
+    // record's default, put through the type's clamp like every other value: a harmonic filter's
+    // default bandwidth of 1 octave lies above its range.
+    const uint32_t mask = FilterParameterMask(d.type);
     uint32_t given = 0;
     for (const auto& [id, value] : d.parameters) {
+        if ((mask & Bit(id)) == 0) continue;
         SetFilterParameter(filter, id, value);
         given |= Bit(id);
     }
     for (FilterParameterId id : kAllFilterParameters) {
-        if ((FilterParameterMask(d.type) & ~given & Bit(id)) != 0) {
+        if ((mask & ~given & Bit(id)) != 0) {
             SetFilterParameter(filter, id, static_cast<float>(GetFilterParameter(filter, id)));
         }
     }

@@ -2,6 +2,7 @@
 #include "engine/FilterSettingsReader.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/PluginCore.h"
 #include "core/SettingsLines.h"
@@ -96,8 +97,27 @@ void StoreCoefficient(std::vector<std::array<float, 3>>& target, std::string_vie
         ParseSettingsNumber(RequiredElementText(line));
 }
 
+// Whether a section can run: its poles strictly inside the unit circle (the kernel takes a0 as 1)
+// and its numerator within what any equalizer section needs. A document with a section that would
+// ring up to infinity is damaged, whoever wrote it.
+bool IsPlayableSection(const std::array<float, 3>& b, const std::array<float, 3>& a) {
+    constexpr float kLargestNumerator = 1000.0f;
+    for (float coefficient : b) {
+        if (!(std::fabs(coefficient) <= kLargestNumerator)) return false;
+    }
+    return std::fabs(a[2]) < 1.0f && std::fabs(a[1]) < 1.0f + a[2];
+}
+
+void CheckSections(const FilterDescription& d) {
+    for (std::size_t i = 0; i < d.numerators.size(); ++i) {
+        if (!IsPlayableSection(d.numerators[i], d.denominators[i])) {
+            VORIX_THROW(PluginCore::InvalidSettingsData);
+        }
+    }
+}
+
 // The lines after "<section_list>" up to "</section_list>" or the end of the stream.
-void ReadSections(std::istream& in, FilterDescription& d) {
+void ReadSectionLines(std::istream& in, FilterDescription& d) {
     std::string line;
     while (ReadSettingsLine(in, line)) {
         if (Holds(line, kSectionListClosing)) return;
@@ -111,6 +131,11 @@ void ReadSections(std::istream& in, FilterDescription& d) {
             StoreCoefficient(d.denominators, line, a, kDenominatorOpening.size());
         }
     }
+}
+
+void ReadSections(std::istream& in, FilterDescription& d) {
+    ReadSectionLines(in, d);
+    CheckSections(d);
 }
 
 }  // namespace

@@ -30,6 +30,9 @@ struct FilterSettingsDocument;
 // on a record the engine handed out, followed by NotifyFilterParameterChanged.
 // Threads: every operation is main (editor or host) thread unless told; the audio thread enters
 // only through Process. No operation here takes a lock: chains change by single pointer writes.
+// The editor and a host's control thread both write filter records, so a host layer that delivers
+// control changes on a thread of their own serialises them with the editor (the platform's mutex);
+// the audio thread is never part of that.
 class Ombrel : public PluginCore, public MessageSubscriber<Ombrel> {
   public:
     // The editor library makes the editor's frames; an engine built without it has no editor,

@@ -246,7 +246,8 @@ TEST(OmbrelSettingsToleranceTest, FrequenciesBeyondTheLimitLoadAtTheLimitOrOutOf
 }
 
 // Each input once broke an invariant: a refused document must change nothing (its view options
-// included), and an accepted one must write itself back unchanged after a second load.
+// included), and an accepted one must write itself back unchanged after a second load and play
+// finite audio.
 TEST(OmbrelSettingsRegressionTest, FoundDocumentsKeepTheLoadInvariants) {
     for (const auto& entry :
          std::filesystem::directory_iterator(std::string(VORIX_REGRESSIONS_DIR) + "/settings")) {
@@ -265,6 +266,10 @@ TEST(OmbrelSettingsRegressionTest, FoundDocumentsKeepTheLoadInvariants) {
         const std::string loaded = Written(h);
         h.engine->LoadSettings(loaded);
         EXPECT_EQ(Written(h), loaded);
+        for (int block = 0; block < 8; ++block) {
+            const Block out = h.Process({std::vector<float>(512, 0.5f), std::vector<float>(512, -0.5f)});
+            ASSERT_TRUE(std::isfinite(out[0][511]) && std::isfinite(out[1][511]));
+        }
     }
 }
 

@@ -1,0 +1,49 @@
+<!-- Copyright (c) Zorvane Sound Works, 2026 -->
+<vorix_filter_settings version="Zorvane Sound Works Vorix Settings v1.0">
+	<attributes>handles=0,labels=1,selected=1,sort=0,zoom=2</attributes>
+	<compensation_gain>-0.5</compensation_gain>
+	<filter_element number="1">
+		<filter enabled="true" selected="true" channel="both">
+			<filter_description>
+				<type>External</type>
+				<name>Telephone</name>
+				<param_list>
+					<section_list>
+						<section>
+							<b0>0.0199824795</b0>
+							<b1>0.0104720648</b1>
+							<b2>0.0199824795</b2>
+							<a0>1</a0>
+							<a1>-1.73168194</a1>
+							<a2>0.797096789</a2>
+						</section>
+						<section>
+							<b0>0.147011995</b0>
+							<b1>-0.151280716</b1>
+							<b2>0.147011995</b2>
+							<a0>1</a0>
+							<a1>-1.71756458</a1>
+							<a2>0.910522699</a2>
+						</section>
+						<section>
+							<b0>0.952057183</b0>
+							<b1>-1.90405965</b1>
+							<b2>0.952057183</b2>
+							<a0>1</a0>
+							<a1>-1.93524742</a1>
+							<a2–0.940388381</a2>
+						</section>
+						<section>
+							<b0>0.98711592</b0>
+							<b1>-1.97392893</b1>
+							<b2>0.98711592</b2>
+							<a0>1</a0>
+							<a1>-1.98900843</a1>
+							<a2>0.990848482</a2>
+						</section>
+					</section_list>
+				</param_list>
+			</filter_description>
+		</filter>
+	</filter_element>
+</vorix_filter_settings>
