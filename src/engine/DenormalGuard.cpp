@@ -1,9 +1,16 @@
 #include "engine/DenormalGuard.h"
 
 #include <atomic>
+#include <bit>
 
 namespace vorix {
 namespace {
+
+// A sample that is not a finite number plays as silence: one such sample would otherwise stay in
+// every filter's history and turn all later output, silence included, into NaN.
+inline float Playable(float sample) noexcept {
+    return (std::bit_cast<uint32_t>(sample) & 0x7F800000u) != 0x7F800000u ? sample : 0.0f;
+}
 
 // Shared without protection by design: two instances on two threads may draw the same values,
 // which matters to nobody. Relaxed atomic access keeps that free of undefined behaviour.
@@ -25,19 +32,19 @@ void AddGuardNoise(const float* input, float* output, int count) noexcept {
     for (; i + 4 <= count; i += 4) {
         const uint32_t s1 = seed * kA + kC, s2 = seed * kA2 + kC2, s3 = seed * kA3 + kC3,
                        s4 = seed * kA4 + kC4;
-        output[i] = input[i] + GuardValueOf(s1);
-        output[i + 1] = input[i + 1] + GuardValueOf(s2);
-        output[i + 2] = input[i + 2] + GuardValueOf(s3);
-        output[i + 3] = input[i + 3] + GuardValueOf(s4);
+        output[i] = Playable(input[i]) + GuardValueOf(s1);
+        output[i + 1] = Playable(input[i + 1]) + GuardValueOf(s2);
+        output[i + 2] = Playable(input[i + 2]) + GuardValueOf(s3);
+        output[i + 3] = Playable(input[i + 3]) + GuardValueOf(s4);
         seed = s4;
     }
-    for (; i < count; ++i) output[i] = input[i] + DrawGuardValue(seed);
+    for (; i < count; ++i) output[i] = Playable(input[i]) + DrawGuardValue(seed);
     gSeed.store(seed, std::memory_order_relaxed);
 }
 
 void AddGuardNoisePlain(const float* input, float* output, int count) noexcept {
     uint32_t seed = gSeed.load(std::memory_order_relaxed);
-    for (int i = 0; i < count; ++i) output[i] = input[i] + DrawGuardValue(seed);
+    for (int i = 0; i < count; ++i) output[i] = Playable(input[i]) + DrawGuardValue(seed);
     gSeed.store(seed, std::memory_order_relaxed);
 }
 

@@ -22,7 +22,8 @@ inline float DrawGuardValue(uint32_t& seed) noexcept {
     return GuardValueOf(seed);
 }
 
-// out[i] = in[i] + the next guard value, advancing the process-wide seed by `count` steps.
+// out[i] = in[i] + the next guard value, advancing the process-wide seed by `count` steps. An input
+// sample that is not finite (NaN, infinity) counts as 0, so it never reaches a filter's history.
 // Audio thread; in and out may be the same buffer.
 void AddGuardNoise(const float* input, float* output, int count) noexcept;
 

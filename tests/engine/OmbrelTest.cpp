@@ -358,6 +358,23 @@ TEST(OmbrelMeterTest, MetersReadFullScaleAsOneAnOverAsTheClipSignAndFallAfterThe
     EXPECT_EQ(h.engine->GetMeterValue(kSecondOutputMeterId), 0.0f);
 }
 
+TEST(OmbrelAudioTest, SamplesThatAreNotNumbersPlayAsSilenceAndLeaveNoTrace) {
+    EngineHarness h;
+    SetFilterParameter(h.Filter(1), FilterParameterId::Gain, 12.0f);
+    Block poisoned(2, std::vector<float>(256, 0.25f));
+    poisoned[0][10] = std::nanf("");
+    poisoned[1][20] = INFINITY;
+    const Block out = h.Process(poisoned);
+    for (const auto& channel : out) {
+        for (float sample : channel)
+            ASSERT_TRUE(std::isfinite(sample));
+    }
+    Block silence;
+    for (int block = 0; block < 40; ++block)
+        silence = h.Process(Block(2, std::vector<float>(256, 0.0f)));
+    EXPECT_LT(std::fabs(silence[0].back()), 1e-6f);
+}
+
 TEST(OmbrelAudioTest, TheAudioCallAllocatesNothingAlsoWhileParametersChange) {
     if (!AllocationCounter::Available()) GTEST_SKIP() << "the sanitizer owns operator new";
     EngineHarness h;
