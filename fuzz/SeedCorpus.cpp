@@ -2,6 +2,7 @@
 // factory programs, documents the engine writes for them, chunks the core makes, control-state
 // payloads and control texts. Usage: vorix_fuzz_seeds DIR (one folder per target below DIR).
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -78,6 +79,46 @@ void ArchiveSeeds(const fs::path& out) {
     Write(out / "xml-archive", "settings", written);
 }
 
+// A canonical WAV file: RIFF header, "fmt " chunk, "data" chunk, little-endian samples.
+std::string Wav(int channels, int bits, int frames) {
+    std::string bytes;
+    const auto put = [&bytes](std::uint32_t value, int size) {
+        for (int i = 0; i < size; ++i) bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
+    };
+    const int frameBytes = channels * bits / 8;
+    const int dataBytes = frames * frameBytes;
+    bytes += "RIFF";
+    put(static_cast<std::uint32_t>(36 + dataBytes), 4);
+    bytes += "WAVEfmt ";
+    put(16, 4);
+    put(bits == 32 ? 3 : 1, 2);  // float or integer samples
+    put(static_cast<std::uint32_t>(channels), 2);
+    put(48000, 4);
+    put(static_cast<std::uint32_t>(48000 * frameBytes), 4);
+    put(static_cast<std::uint32_t>(frameBytes), 2);
+    put(static_cast<std::uint32_t>(bits), 2);
+    bytes += "data";
+    put(static_cast<std::uint32_t>(dataBytes), 4);
+    for (int i = 0; i < frames * channels; ++i) {
+        const double sample = 0.5 * ((i * 37) % 200 - 100) / 100.0;
+        if (bits == 32) {
+            const float value = static_cast<float>(sample);
+            std::uint32_t word = 0;
+            std::memcpy(&word, &value, 4);
+            put(word, 4);
+        } else {
+            put(static_cast<std::uint32_t>(static_cast<std::int32_t>(sample * 32767.0)), 2);
+        }
+    }
+    return bytes;
+}
+
+void AudioSeeds(const fs::path& out) {
+    Write(out / "audio-file", "mono16.wav", Wav(1, 16, 300));
+    Write(out / "audio-file", "stereo16.wav", Wav(2, 16, 200));
+    Write(out / "audio-file", "stereo-float.wav", Wav(2, 32, 100));
+}
+
 void TextSeeds(const fs::path& out) {
     int n = 0;
     for (const char* text : {"1000", "12.5k", "-3 dB", "4:1", "1/2", "0.5 s", "1", "2.5E3", "-inf"})
@@ -98,5 +139,6 @@ int main(int argc, char** argv) {
     ParserSeeds(out);
     ArchiveSeeds(out);
     TextSeeds(out);
+    AudioSeeds(out);
     return 0;
 }
