@@ -9,6 +9,7 @@ packages=(
   clang libclang-rt-14-dev
   libsndfile1-dev
   lv2-dev lilv-utils liblilv-dev
+  lsp-plugins-lv2
   libfreetype-dev fonts-liberation2 libpng-dev libx11-dev
 )
 

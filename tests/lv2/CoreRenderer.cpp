@@ -1,0 +1,51 @@
+#include "CoreRenderer.h"
+
+#include <gtest/gtest.h>
+
+#include "core/BypassState.h"
+#include "engine/ZORVorixMetaClass.h"
+#include "lv2/Lv2Plugin.h"
+
+namespace vorix::test {
+
+namespace {
+
+MetaClassReference ProductMetaClass() {
+    SetMetaClassMaker([] { return std::make_unique<ZORVorixMetaClass>(); });
+    return {};
+}
+
+}  // namespace
+
+CoreRenderer::CoreRenderer(int channels, float rate, int blockSize)
+    : metaClass_(ProductMetaClass()),
+      core_(metaClass_.get()->CreateCore(nullptr, ChannelConfig{channels, channels})) {
+    core_->CaptureDefaultSettings();
+    core_->ResetAudioState();
+    core_->SetSampleRate(rate);
+    core_->SetBlockSize(blockSize);
+    core_->Start();
+}
+
+void CoreRenderer::Set(const std::vector<HostParameter>& parameters) {
+    for (const HostParameter& parameter : parameters) {
+        if (parameter.symbol == "enabled") {
+            bypass_ = parameter.value > 0.5f ? kBypassModeActive : kBypassModeEngineKept;
+            continue;
+        }
+        int found = -1;
+        for (int index = 0; index < metaClass_.get()->GetParameterCount(); ++index) {
+            if (parameter.symbol == metaClass_.get()->GetParameterInfo(index)->name) found = index;
+        }
+        ASSERT_GE(found, 0) << parameter.symbol;
+        core_->SetParameterByIndex(found, parameter.value);
+    }
+}
+
+void CoreRenderer::SetProgram(int number) {
+    // Switching to the program already current loads nothing; go through another one.
+    if (core_->GetProgram() == number) core_->SetProgram(number + 1);
+    core_->SetProgram(number);
+}
+
+}  // namespace vorix::test
