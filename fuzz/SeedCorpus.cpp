@@ -11,7 +11,10 @@
 #include "FuzzSupport.h"
 #include "core/PluginCore.h"
 #include "engine/FactoryPrograms.h"
+#include "framework/FourCC.h"
 #include "hostlib/ChunkDataParser.h"
+#include "vorix-host/Insert.h"
+#include "vorix-host/PlugInModule.h"
 
 using namespace vorix;
 namespace fs = std::filesystem;
@@ -119,6 +122,28 @@ void AudioSeeds(const fs::path& out) {
     Write(out / "audio-file", "stereo-float.wav", Wav(2, 32, 100));
 }
 
+// The chunks of an insert as the reference host saves them, fresh and after each program.
+void ProcessChunkSeeds(const fs::path& out) {
+    PlugInModule module(VORIX_MODULE_PATH);
+    module.Open();
+    Insert insert(module.FindType(static_cast<std::int32_t>(FourCC("StRT"))), InsertSetup{});
+    int n = 0;
+    for (const std::string& document : FactoryDocuments()) {
+        for (const SavedChunk& chunk : insert.SaveChunks()) {
+            const char selector = chunk.id == static_cast<std::int32_t>(FourCC("elck")) ? 1 : 0;
+            std::string bytes(1, selector);
+            bytes.append(chunk.bytes.begin(), chunk.bytes.end());
+            Write(out / "process-chunks", "chunk" + std::to_string(n++), bytes);
+        }
+        SavedChunk program{static_cast<std::int32_t>(FourCC("zorc")), {}};
+        program.bytes.assign(56, 0);
+        program.bytes.insert(program.bytes.end(), document.begin(), document.end());
+        const auto size = static_cast<std::uint32_t>(program.bytes.size());
+        for (int i = 0; i < 4; ++i) program.bytes[static_cast<size_t>(i)] = static_cast<std::uint8_t>(size >> (24 - 8 * i));
+        insert.LoadChunk(program);
+    }
+}
+
 void TextSeeds(const fs::path& out) {
     int n = 0;
     for (const char* text : {"1000", "12.5k", "-3 dB", "4:1", "1/2", "0.5 s", "1", "2.5E3", "-inf"})
@@ -140,5 +165,6 @@ int main(int argc, char** argv) {
     ArchiveSeeds(out);
     TextSeeds(out);
     AudioSeeds(out);
+    ProcessChunkSeeds(out);
     return 0;
 }

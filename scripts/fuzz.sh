@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 seconds="${1:-30}"
 shift || true
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(settings core-chunk chunk-parser xml-archive control-text audio-file)
+[ ${#targets[@]} -eq 0 ] && targets=(settings core-chunk chunk-parser xml-archive control-text audio-file process-chunks)
 
 dir=build/fuzz
 cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
