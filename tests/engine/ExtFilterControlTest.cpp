@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "EngineTestSupport.h"
 
 namespace vorix::test {
@@ -26,6 +28,18 @@ TEST(AutomationSlotTest, HostUnitsMapToTheFiltersOwnUnits) {
     EXPECT_FLOAT_EQ(GetFilterParameter(parametric, P::Bandwidth), range.upper);
     EXPECT_NEAR(h.GetHost(Id(1, FilterControlRole::Frequency)), 2000.0, 1e-3);
     EXPECT_FLOAT_EQ(h.GetHost(Id(1, FilterControlRole::Shape)), 1.0f);
+}
+
+TEST(AutomationSlotTest, ValuesThatAreNotFiniteNeverReachAFilter) {
+    EngineHarness h;
+    const double hz = h.Hz(h.Filter(1));
+    for (float bad : {std::nanf(""), INFINITY, -INFINITY}) {
+        h.SetHost(Id(1, FilterControlRole::Frequency), bad);
+        h.SetHost(Id(1, FilterControlRole::Gain), bad);
+        h.SetHost(Id(1, FilterControlRole::Shape), bad);
+    }
+    EXPECT_EQ(h.Hz(h.Filter(1)), hz);
+    EXPECT_EQ(GetFilterParameter(h.Filter(1), P::Gain), 0.0);
 }
 
 TEST(AutomationSlotTest, ShelfFrequenciesStopAtTheirSideOfOneKilohertz) {
