@@ -21,5 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::int32_t written = core->GetChunk(&chunk, preset);
     if (written <= 0 || chunk == nullptr) fuzz::Broken("the core cannot write its settings");
     platform.messages.Clear();
+    platform.reports.clear();
     return 0;
 }

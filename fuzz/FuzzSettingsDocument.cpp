@@ -63,5 +63,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     engine.ExpectFiniteAudio();
     engine.platform.messages.Clear();
+    engine.platform.reports.clear();
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
@@ -9,33 +10,14 @@
 
 #include "core/PluginCore.h"
 #include "core/PluginPlatform.h"
-#include "core/RecordingErrorMessageService.h"
 #include "core/ZORPluginMetaClass.h"
 #include "engine/ZORVorixMetaClass.h"
+#include "support/TestPlatform.h"
 
 namespace vorix::fuzz {
 
-// A platform that keeps the user's messages instead of showing them, so a run stays quiet.
-class QuietPlatform : public PluginPlatform {
-  public:
-    std::string GetHostName() const override { return "Fuzz"; }
-    std::int32_t GetInitialDelay() const override { return 0; }
-    float GetSampleRate() const override { return 48000.0f; }
-    std::int32_t GetBlockSize() const override { return 512; }
-    void SetInitialDelay(std::int32_t) override {}
-    void SetTailDelay(std::int32_t) override {}
-    bool IsInputConnected(std::int32_t) const override { return true; }
-    bool IsOutputConnected(std::int32_t) const override { return true; }
-    std::int32_t GetOutputCount() const override { return 2; }
-    std::int32_t GetInputCount() const override { return 2; }
-    bool IsHostInitialized() const override { return true; }
-    bool IsEditorOpen() const override { return false; }
-    bool IsHostProcessing() const override { return false; }
-    void ParameterChanged(std::int32_t, float) override {}
-    ErrorMessageService* GetErrorMessageService() const override { return &messages; }
-
-    mutable RecordingErrorMessageService messages;
-};
+// The tests' recording host: the user's messages are kept instead of shown, so a run stays quiet.
+using QuietPlatform = test::TestPlatform;
 
 // A core without an engine of its own: its settings are the framework's archive form.
 class ArchiveCore : public PluginCore {

@@ -24,5 +24,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string written;
     core.CaptureSettings(written);
     platform.messages.Clear();
+    platform.reports.clear();
     return 0;
 }
