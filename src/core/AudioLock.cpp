@@ -35,19 +35,11 @@ void AudioLock::WaitForAudioThread(const std::function<void()>& keepAlive) {
     }
 }
 
-void PluginCore::WaitForAudioToPass() const noexcept {
-    const std::uint32_t entries = processEntries_.load(std::memory_order_seq_cst);
-    if (!IsInProcess()) return;
-    const TimerManager& clock = GetTimerManager();
-    const Ticks start = clock.Now();
-    // A block that began before the call has ended when the flag drops or a later block entered.
-    while (IsInProcess() && processEntries_.load(std::memory_order_seq_cst) == entries) {
-        if (static_cast<Ticks>(static_cast<std::uint32_t>(clock.Now()) -
-                               static_cast<std::uint32_t>(start)) > AudioLock::kMaxWaitTicks) {
-            return;
-        }
-        std::this_thread::yield();
-    }
+std::uint64_t PluginCore::AudioBlocksEntered() const noexcept {
+    // Pairs with the entry's sequentially consistent increment: either this load counts a block,
+    // or that block's reads come after the caller's writes.
+    std::atomic_thread_fence(std::memory_order_seq_cst);
+    return processEntries_.load(std::memory_order_seq_cst);
 }
 
 }  // namespace vorix

@@ -140,10 +140,16 @@ class PluginCore : public PluginCoreInterface, public PluginServices, public Mes
     // audio lock's wait needs (see Process).
     bool IsInProcess() const noexcept { return inProcess_.load(std::memory_order_seq_cst); }
 
-    // Main thread. Returns once every audio block that may have begun before the call has ended:
-    // what that block read may then be reused. Returns at once while no block runs; gives up
-    // after AudioLock's longest wait, since a stalled audio thread reads nothing anyway.
-    void WaitForAudioToPass() const noexcept;
+    // Main thread. The number of audio blocks that have entered the engine so far, read after
+    // everything the calling thread wrote before: a block that this count leaves out entered
+    // after those writes and sees them.
+    std::uint64_t AudioBlocksEntered() const noexcept;
+
+    // Any thread. The number of audio blocks that have left the engine; what a block read is
+    // free once this count reaches the entries counted after it could no longer be reached.
+    std::uint64_t AudioBlocksLeft() const noexcept {
+        return processExits_.load(std::memory_order_acquire);
+    }
 
     // Editor thread, from the editor's periodic pump. Brings the editor up to date with the host's
     // parameter changes since the last call; never touches the audio path.
@@ -240,6 +246,7 @@ class PluginCore : public PluginCoreInterface, public PluginServices, public Mes
                           std::vector<std::string>& settings);
     void ProcessBlock(float** inputs, float** outputs, std::int32_t samples, bool accumulate,
                       std::int32_t bypassMode) noexcept;
+    void LeaveProcess() noexcept;
     void ProcessPieces(float** inputs, float** outputs, std::int32_t samples, bool accumulate,
                        std::int32_t bypassMode, std::int32_t pieceSize) noexcept;
     void CopyThrough(float** inputs, float** outputs, std::int32_t samples) const noexcept;
@@ -275,7 +282,8 @@ class PluginCore : public PluginCoreInterface, public PluginServices, public Mes
     std::atomic<std::int32_t> echoParameter_{kNoParameter};
     DepthCounter audioSuspendDepth_;
     std::atomic<bool> inProcess_{false};
-    std::atomic<std::uint32_t> processEntries_{0};  // counts the entries into the engine
+    std::atomic<std::uint64_t> processEntries_{0};  // counts the entries into the engine
+    std::atomic<std::uint64_t> processExits_{0};    // and the exits from it
     std::int32_t bypassState_ = 0;  // audio thread only
     std::intptr_t sideChainInput_ = 0;
     std::vector<std::vector<float>> accumulateBuffers_;

@@ -21,9 +21,10 @@ void PluginCore::Process(float** inputs, float** outputs, std::int32_t samples, 
     // inside, and waits, or this call sees the suspension, and stays out of the engine.
     inProcess_.store(true, std::memory_order_seq_cst);
     processEntries_.fetch_add(1, std::memory_order_seq_cst);
+    std::atomic_thread_fence(std::memory_order_seq_cst);
     if (audioSuspendDepth_.IsRaised()) {
         if (!accumulate) WriteSilence(outputs, samples);
-        inProcess_.store(false, std::memory_order_release);
+        LeaveProcess();
         return;
     }
     const std::int32_t pieceSize = blockSize_;
@@ -32,6 +33,12 @@ void PluginCore::Process(float** inputs, float** outputs, std::int32_t samples, 
     } else {
         ProcessPieces(inputs, outputs, samples, accumulate, bypassMode, pieceSize);
     }
+    LeaveProcess();
+}
+
+// The exit count publishes, with release, that this block has read its last filter record.
+void PluginCore::LeaveProcess() noexcept {
+    processExits_.fetch_add(1, std::memory_order_release);
     inProcess_.store(false, std::memory_order_release);
 }
 

@@ -1,5 +1,10 @@
 #include "engine/ExternalFilter.h"
 
+#include <algorithm>
+#include <memory>
+
+#include "engine/FilterRetirement.h"
+
 namespace vorix {
 namespace {
 
@@ -30,30 +35,33 @@ void RunSection(FilterSection& section, const float* input, float* output, int c
 
 void ProcessSectionsBlock(OpaqueFilterData* filter, const float* input, float* output,
                           int count) noexcept {
-    for (FilterSection& section : AsExternal(filter)->sections) {
+    for (FilterSection& section : AsExternal(filter)->sections.View()) {
         RunSection(section, input, output, count);
     }
 }
 
 void LoadExternalSections(OpaqueFilterData* filter, const FilterDescription& description) {
-    std::vector<FilterSection>& sections = AsExternal(filter)->sections;
-    sections.resize(description.numerators.size());
-    for (size_t i = 0; i < sections.size(); ++i) {
+    auto sections = std::make_unique<FilterSectionList::Sections>(description.numerators.size());
+    for (size_t i = 0; i < sections->size(); ++i) {
         for (int k = 0; k < 3; ++k) {
-            sections[i].b[k] = description.numerators[i][k];
-            if (i < description.denominators.size()) sections[i].a[k] = description.denominators[i][k];
+            (*sections)[i].b[k] = description.numerators[i][k];
+            if (i < description.denominators.size()) {
+                (*sections)[i].a[k] = description.denominators[i][k];
+            }
         }
     }
+    RetireSections(filter->chain->pool, AsExternal(filter)->sections.Replace(std::move(sections)));
 }
 
 void CopyExternalSections(const ExternalFilterData* source, ExternalFilterData* target) {
-    if (source->sections.size() == target->sections.size()) {
-        for (size_t i = 0; i < source->sections.size(); ++i) {
-            target->sections[i] = source->sections[i];  // word by word: no reallocation
-        }
+    const std::span<FilterSection> from = source->sections.View();
+    const std::span<FilterSection> to = target->sections.View();
+    if (from.size() == to.size()) {
+        std::copy(from.begin(), from.end(), to.begin());  // word by word, where it stands
         return;
     }
-    target->sections = source->sections;
+    auto copy = std::make_unique<FilterSectionList::Sections>(from.begin(), from.end());
+    RetireSections(target->chain->pool, target->sections.Replace(std::move(copy)));
 }
 
 }  // namespace vorix

@@ -12,13 +12,13 @@ void ProcessSectionsBlock(OpaqueFilterData* filter, const float* input, float* o
                           int count) noexcept;
 
 // Gives the filter one section per entry of `numerators`, new sections starting silent, and
-// copies the coefficients as they stand, without normalising. Editor side, before the record is
-// linked (the section array may move).
+// copies the coefficients as they stand, without normalising. The old array is retired in the
+// pool of the record's chain. Editor side.
 void LoadExternalSections(OpaqueFilterData* filter, const FilterDescription& description);
 
-// Copies the whole section array, history included. While the target is linked the caller must
-// keep the audio thread out (the engine's audio lock) unless both have the same number of
-// sections, in which case the array stays where it is and only its words change. Editor side.
+// Copies the whole section array, history included. With as many sections on both sides only the
+// words change; otherwise a new array replaces the target's and the old one is retired in the
+// pool of the target's chain, so a linked target is safe to copy into. Editor side.
 void CopyExternalSections(const ExternalFilterData* source, ExternalFilterData* target);
 
 }  // namespace vorix

@@ -40,13 +40,16 @@ OpaqueFilterData* CreateFilterInChain(FilterChain* chain, uint32_t flags, Filter
     return filter;
 }
 
+bool UnlinkFilter(FilterChain* chain, OpaqueFilterData* filter) {
+    std::atomic<OpaqueFilterData*>* link = FindLink(chain, filter);
+    if (link == nullptr) return false;
+    link->store(filter->next.load(std::memory_order_relaxed), std::memory_order_release);
+    --chain->count;
+    return true;
+}
+
 bool ReleaseFilter(FilterChain* chain, OpaqueFilterData* filter) {
-    if (chain != nullptr) {
-        std::atomic<OpaqueFilterData*>* link = FindLink(chain, filter);
-        if (link == nullptr) return false;
-        link->store(filter->next.load(std::memory_order_relaxed), std::memory_order_release);
-        --chain->count;
-    }
+    if (chain != nullptr && !UnlinkFilter(chain, filter)) return false;
     if (KindOf(filter) == FilterKind::Harmonic) ReleaseSubFilters(AsHarmonic(filter));
     filter->next.store(nullptr, std::memory_order_release);
     filter->partner.store(nullptr, std::memory_order_release);

@@ -10,6 +10,11 @@ namespace vorix {
 // Editor side; allocates a pool block at most.
 OpaqueFilterData* CreateFilterInChain(FilterChain* chain, uint32_t flags, FilterType type);
 
+// Takes the record out of `chain` with one pointer write and leaves it whole, its own links
+// included: an audio block that holds it walks on into the chain. False, and nothing done, if it
+// is not there. The record stays in use until it is released. Editor side.
+bool UnlinkFilter(FilterChain* chain, OpaqueFilterData* filter);
+
 // Unlinks the record from `chain` (false, and nothing else, if it is not there; a null chain skips
 // the unlinking), gives back a harmonic filter's sub-filters and their chain, and frees the slot.
 // Editor side.

@@ -223,8 +223,10 @@ void InitHarmonicDefaults(HarmonicFilterData* h, FilterPool* pool) {
     DesignHarmonic(h, kDesignEditSet);
 }
 
+// The record comes fresh out of the pool, out of any audio block's reach, so its old sections can
+// go at once.
 void InitExternalDefaults(ExternalFilterData* e) {
-    e->sections.clear();
+    (void)e->sections.Replace(nullptr);
     e->process = &ProcessSectionsBlock;
     e->design = nullptr;
     e->numerator = nullptr;

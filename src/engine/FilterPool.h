@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "engine/FilterRecord.h"
 
@@ -25,9 +26,21 @@ struct FilterPool {
     FilterPool& operator=(const FilterPool&) = delete;
     ~FilterPool();
 
+    // What has left the audio thread's reach but may still be in its hands: a record, a chain
+    // with its records, or an External filter's old section array. `ticket` is the count of audio
+    // blocks entered when the entry was first looked at after its removal.
+    struct Retired {
+        OpaqueFilterData* filter = nullptr;
+        FilterChain* chain = nullptr;
+        std::unique_ptr<FilterSectionList::Sections> sections;
+        uint64_t ticket = 0;
+        bool ticketed = false;
+    };
+
     std::map<FilterType, std::unique_ptr<Block>> blocks;
     FilterChain* freeChains = nullptr;
     std::vector<std::unique_ptr<FilterChain>> allChains;
+    std::vector<Retired> retired;
 };
 
 // Takes the first free slot of the type's blocks, opening a new block when all are taken; marks

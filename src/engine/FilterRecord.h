@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/FilterSectionList.h"
 #include "engine/FilterTypes.h"
 #include "engine/RelaxedAtomic.h"
 
@@ -94,18 +95,9 @@ struct HarmonicFilterData : ParametricFilterData {
     RelaxedAtomic<FilterChain*> subFilters{nullptr};
 };
 
-// One section of an External filter.
-struct FilterSection {
-    // The recursion reads [1] and [2], the last two samples; [0] repeats the last one processed.
-    RelaxedAtomic<float> x[3];
-    RelaxedAtomic<double> y[3];
-    RelaxedAtomic<float> b[3] = {1.0f, 0.0f, 0.0f};
-    RelaxedAtomic<float> a[3] = {1.0f, 0.0f, 0.0f};  // a[0] is not normalised on load
-};
-
 // Body of type -1: raw sections in cascade, fixed from load.
 struct ExternalFilterData : OpaqueFilterData {
-    std::vector<FilterSection> sections;
+    FilterSectionList sections;
 };
 
 // Links records; owns none of them.

@@ -189,6 +189,8 @@ class Ombrel : public PluginCore, public MessageSubscriber<Ombrel> {
     void ClearSolo();
     void ReleaseChains(FilterChain* chains[2]);
     void InstallChains(int32_t configuration, FilterChain* chains[2]);
+    void RetireRecord(FilterChain* chain, OpaqueFilterData* filter);
+    void ReclaimRetired();
 
     void WriteConfiguration(std::ostream& stream, int32_t configuration);
     void ReadConfiguration(const std::string& text, int32_t configuration);

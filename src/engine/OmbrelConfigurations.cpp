@@ -3,6 +3,7 @@
 
 #include "engine/FilterChainOps.h"
 #include "engine/FilterDescription.h"
+#include "engine/FilterRetirement.h"
 #include "engine/Ombrel.h"
 #include "engine/OmbrelMessages.h"
 #include "engine/VorixParameterIds.h"
@@ -50,8 +51,9 @@ void Ombrel::ClearConfiguration(bool notify) {
     for (int32_t channel = 0; channel < channels_; ++channel) {
         FilterChain* chain = Chain(channel);
         while (OpaqueFilterData* filter = FirstFilter(chain))
-            ReleaseFilter(chain, filter);
+            RetireRecord(chain, filter);
     }
+    ReclaimRetired();
     ClearFilterNumbers(configuration.numbering);
     Send(kFilterMsgClass, kNewSetMsg, 0, 0, nullptr);
     if (notify) SettingsChanged();
@@ -65,6 +67,7 @@ void Ombrel::CopyConfiguration(int32_t source, int32_t target) {
     if (source == target) return;
     Configuration& from = configurations_[static_cast<size_t>(source)];
     Configuration& to = configurations_[static_cast<size_t>(target)];
+    ReclaimRetired();
     FilterChain* chains[2] = {AcquireFilterChain(&pool_),
                               channels_ == 2 ? AcquireFilterChain(&pool_) : nullptr};
     FilterNumbering numbering;
@@ -98,12 +101,10 @@ void Ombrel::CopyConfiguration(int32_t source, int32_t target) {
     to.numbering = std::move(numbering);
     for (const auto& [filter, slot] : slots)
         to.controls->AssignFilter(filter, slot);
-    for (int32_t channel = 0; channel < 2; ++channel)
-        to.gain[channel]->SetValue(from.gain[channel]->GetValue());
-    if (to.gainLink != nullptr) to.gainLink->SetValue(from.gainLink->GetValue());
     if (target == CurrentConfiguration()) SelectConfiguration(target, false);
 }
 
+// Chains that the audio thread never saw go back at once.
 void Ombrel::ReleaseChains(FilterChain* chains[2]) {
     for (int32_t channel = 0; channel < 2; ++channel) {
         FilterChain* chain = chains[channel];
@@ -115,9 +116,8 @@ void Ombrel::ReleaseChains(FilterChain* chains[2]) {
     }
 }
 
-// One pointer write per channel puts the new chains in place. The old records are released only
-// once the audio thread has left any block that may still walk them, so that none of them is
-// reused while audio holds it.
+// One pointer write per channel puts the new chains in place. The old chains are retired with
+// their records, so that none of them is reused while an audio block may still walk them.
 void Ombrel::InstallChains(int32_t configuration, FilterChain* chains[2]) {
     FilterChain* old[2] = {nullptr, nullptr};
     if (Solo() != nullptr && configuration == CurrentConfiguration()) ClearSolo();
@@ -130,8 +130,9 @@ void Ombrel::InstallChains(int32_t configuration, FilterChain* chains[2]) {
         target.selectedFilter->chain != chains[1]) {
         target.selectedFilter = nullptr;
     }
-    WaitForAudioToPass();
-    ReleaseChains(old);
+    for (FilterChain* chain : old)
+        RetireChain(&pool_, chain);
+    ReclaimRetired();
 }
 
 }  // namespace vorix

@@ -7,6 +7,7 @@
 #include "core/SettingsTexts.h"
 #include "engine/FilterChainOps.h"
 #include "engine/FilterParameters.h"
+#include "engine/FilterRetirement.h"
 #include "engine/Ombrel.h"
 #include "engine/OmbrelMessages.h"
 #include "framework/MessageBatch.h"
@@ -77,6 +78,7 @@ OpaqueFilterData* PartnerOf(const OpaqueFilterData* filter) {
 
 OpaqueFilterData* Ombrel::NewFilter(FilterType type) {
     OpaqueFilterData* filter = nullptr;
+    ReclaimRetired();
     try {
         filter = CreateFilterInChain(Chain(0), 0, type);
     } catch (const std::bad_alloc&) {
@@ -109,6 +111,7 @@ void Ombrel::AddFilter(OpaqueFilterData* filter) {
     ApplyFilterDefaults(filter);
     OpaqueFilterData* partner = nullptr;
     if (channels_ == 2) {
+        ReclaimRetired();
         partner = CreateFilterInChain(Chain(1), 0, filter->type);
         if (partner != nullptr) {
             ApplyFilterDefaults(partner);
@@ -165,8 +168,20 @@ void Ombrel::RemovePair(OpaqueFilterData* filter) {
         configuration.controls->DetachFilter(partner);
     }
     ReleaseFilterNumber(configuration.numbering, filter, partner);
-    ReleaseFilter(filter->chain, filter);
-    if (partner != nullptr) ReleaseFilter(partner->chain, partner);
+    RetireRecord(filter->chain, filter);
+    if (partner != nullptr) RetireRecord(partner->chain, partner);
+    ReclaimRetired();
+}
+
+// The record leaves its chain at once and goes back to the pool only once no audio block can
+// still be inside it.
+void Ombrel::RetireRecord(FilterChain* chain, OpaqueFilterData* filter) {
+    if (UnlinkFilter(chain, filter)) RetireFilter(&pool_, filter);
+}
+
+void Ombrel::ReclaimRetired() {
+    const uint64_t entered = AudioBlocksEntered();
+    vorix::ReclaimRetired(&pool_, entered, AudioBlocksLeft());
 }
 
 void Ombrel::SplitFilter(OpaqueFilterData* filter, bool copy) {

@@ -8,6 +8,7 @@
 #include "core/ErrorDisplay.h"
 #include "engine/FilterChainOps.h"
 #include "engine/FilterDescription.h"
+#include "engine/FilterRetirement.h"
 #include "engine/FilterSettingsDocument.h"
 #include "engine/FilterSettingsReader.h"
 #include "engine/FilterSettingsTexts.h"
@@ -107,6 +108,7 @@ void Ombrel::BuildConfiguration(const FilterSettingsDocument& document, int32_t 
     FilterNumbering numbering = merge ? target.numbering : FilterNumbering{};
     std::vector<std::pair<OpaqueFilterData*, int32_t>> slots;
     std::vector<OpaqueFilterData*> created;
+    ReclaimRetired();
     for (int32_t channel = 0; channel < channels_; ++channel) {
         chains[channel] = merge ? ChainOf(configuration, channel) : AcquireFilterChain(&pool_);
     }
@@ -133,8 +135,8 @@ void Ombrel::BuildConfiguration(const FilterSettingsDocument& document, int32_t 
         // Built aside, the new chains go back whole; merged records leave the live chains again.
         if (merge) {
             for (OpaqueFilterData* record : created)
-                ReleaseFilter(record->chain, record);
-            WaitForAudioToPass();
+                RetireRecord(record->chain, record);
+            ReclaimRetired();
         } else {
             ReleaseChains(chains);
         }
