@@ -5,6 +5,7 @@
 
 #include "engine/DenormalGuard.h"
 #include "engine/FilterChainOps.h"
+#include "engine/FilterRecovery.h"
 #include "engine/HarmonicFilter.h"
 #include "engine/OutputGain.h"
 #include "engine/SectionCascade.h"
@@ -142,19 +143,9 @@ void WalkChains(FilterChain* const* chains, float* const* buffers, const bool* r
     }
 }
 
-// Runs the chains of the channels that take part, in place on their work buffers.
-void RunChains(AudioPathState& state, const AudioConfiguration& config, const bool* runs,
-               int count) noexcept {
-    float* buffers[2] = {state.workBuffer[0].data(),
-                         state.channels > 1 ? state.workBuffer[1].data() : nullptr};
-    FilterChain* chains[2] = {config.chains[0].load(std::memory_order_acquire),
-                              config.chains[1].load(std::memory_order_acquire)};
-    if (state.kernels == ChainKernels::Reference) {
-        for (int c = 0; c < state.channels; ++c) {
-            if (runs[c]) RunChainReference(chains[c], buffers[c], count);
-        }
-        return;
-    }
+// The fast walk of one block through the cascades.
+void WalkBlock(const AudioPathState& state, FilterChain* const* chains, float* const* buffers,
+               const bool* runs, int count) noexcept {
     // A ramp redesigns over the first samples only; after them every filter is steady again.
     // Running the block in two walks keeps a ramping filter from splitting the cascade for the
     // whole block: the same bits, since the ramp ends where the first walk does and a change that
@@ -166,6 +157,34 @@ void RunChains(AudioPathState& state, const AudioConfiguration& config, const bo
     }
     WalkChains(chains, buffers, runs, state.channels, 0, count, false);
 }
+
+// After the whole block, in either walk: a filter whose history overflowed starts again from rest.
+void RecoverChains(FilterChain* const* chains, const bool* runs, int channels) noexcept {
+    for (int c = 0; c < channels; ++c) {
+        if (!runs[c]) continue;
+        for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
+            if (Processes(f)) RecoverFilterState(f);
+        }
+    }
+}
+
+// Runs the chains of the channels that take part, in place on their work buffers.
+void RunChains(AudioPathState& state, const AudioConfiguration& config, const bool* runs,
+               int count) noexcept {
+    float* buffers[2] = {state.workBuffer[0].data(),
+                         state.channels > 1 ? state.workBuffer[1].data() : nullptr};
+    FilterChain* chains[2] = {config.chains[0].load(std::memory_order_acquire),
+                              config.chains[1].load(std::memory_order_acquire)};
+    if (state.kernels == ChainKernels::Reference) {
+        for (int c = 0; c < state.channels; ++c) {
+            if (runs[c]) RunChainReference(chains[c], buffers[c], count);
+        }
+    } else {
+        WalkBlock(state, chains, buffers, runs, count);
+    }
+    RecoverChains(chains, runs, state.channels);
+}
+
 
 // The filter a soloed filter puts on channel c, or null for a dry channel.
 OpaqueFilterData* SoloFilterForChannel(OpaqueFilterData* solo, int c) {
@@ -189,6 +208,7 @@ void RunSolo(AudioPathState& state, OpaqueFilterData* solo, const float* const* 
         // A soloed filter runs whatever its flags say: a disabled filter can be auditioned.
         if (OpaqueFilterData* f = SoloFilterForChannel(solo, c)) {
             f->process.Load()(f, work, work, count);
+            RecoverFilterState(f);
         } else {
             std::memcpy(work, inputs[c], sizeof(float) * static_cast<size_t>(count));
         }
@@ -210,6 +230,7 @@ void ApplyGains(AudioPathState& state, const AudioConfiguration& config, const f
                                   toBypass ? -step : step);
         }
         state.gainState[c] = g.gain;
+        SilenceNonFinite(outputs[c], count);
     }
 }
 

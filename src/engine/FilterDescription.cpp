@@ -65,23 +65,11 @@ OpaqueFilterData* CreateFilterFromDescription(FilterChain* chain, const FilterDe
     WorkbenchChain bench(chain->pool);
     OpaqueFilterData* filter = CreateFilterInChain(bench.Get(), 0, d.type);
     if (filter == nullptr) return nullptr;
-    // Only the parameters of the type's mask count: they are what a description written from the
-    // filter holds, so a filter written out and read back comes back the same (a low pass given a
-    // bandwidth would otherwise take a Q beyond its own range). A parameter left out keeps the
-    // record's default, put through the type's clamp like every other value: a harmonic filter's
-    // default bandwidth of 1 octave lies above its range.
-    const uint32_t mask = FilterParameterMask(d.type);
-    uint32_t given = 0;
-    for (const auto& [id, value] : d.parameters) {
-        if ((mask & Bit(id)) == 0) continue;
+    // Every parameter given goes through SetFilterParameter with its clamps, whether the type's
+    // mask names it or not: a low pass given a bandwidth takes the Q that bandwidth makes, and a
+    // Notch takes a Q given as such. A parameter left out keeps the record's default.
+    for (const auto& [id, value] : d.parameters)
         SetFilterParameter(filter, id, value);
-        given |= Bit(id);
-    }
-    for (FilterParameterId id : kAllFilterParameters) {
-        if ((mask & ~given & Bit(id)) != 0) {
-            SetFilterParameter(filter, id, static_cast<float>(GetFilterParameter(filter, id)));
-        }
-    }
     filter->name = d.name.substr(0, kMaxFilterNameLength);
     if (KindOf(filter) == FilterKind::External) LoadExternalSections(filter, d);
     filter->flags = d.flags;

@@ -18,8 +18,24 @@ struct DesignInput {
 };
 
 DesignInput ReadInput(const SectionFilterData* s, uint8_t selector) {
-    if (selector == kDesignEditSet) return {s->gain, s->frequency, s->q, s->type};
-    return {s->currentGain, s->currentFrequency, s->currentQ, s->type};
+    if (selector == kDesignEditSet) return {s->gain, DesignFrequency(s->frequency), s->q, s->type};
+    return {s->currentGain, DesignFrequency(s->currentFrequency), s->currentQ, s->type};
+}
+
+// Rounding to single precision can move a pole of a very low or very narrow design onto or just
+// beyond the unit circle. The smallest change that keeps it inside moves a1 towards 0 by as many
+// units in the last place as the stability triangle |a2| < 1, |a1| < 1 + a2 needs; a set that is
+// not numbers at all becomes a wire. Designs of ordinary frequencies are never touched.
+bool KeepPolesInside(float& a1, float& a2) {
+    if (!std::isfinite(a1) || !std::isfinite(a2)) return false;
+    if (!(a2 < 1.0f)) a2 = std::nextafter(1.0f, 0.0f);
+    if (!(a2 > -1.0f)) a2 = std::nextafter(-1.0f, 0.0f);
+    const double bound = 1.0 + static_cast<double>(a2);
+    if (std::fabs(static_cast<double>(a1)) < bound) return true;
+    float inside = std::copysign(static_cast<float>(bound), a1);
+    while (!(std::fabs(static_cast<double>(inside)) < bound)) inside = std::nextafter(inside, 0.0f);
+    a1 = inside;
+    return true;
 }
 
 // How a design normalises by a0. The designs differ in whether they divide or multiply by the
@@ -37,6 +53,12 @@ void Store(SectionFilterData* s, uint8_t selector, const double b[3], const doub
     }
     for (int i = 1; i < 3; ++i) {
         na[i] = static_cast<float>(how == Normalise::DivideAll ? a[i] / a[0] : a[i] * inverse);
+    }
+    bool numbers = KeepPolesInside(na[1], na[2]);
+    for (float coefficient : nb) numbers = numbers && std::isfinite(coefficient);
+    if (!numbers) {
+        nb[0] = 1.0f, nb[1] = 0.0f, nb[2] = 0.0f;
+        na[1] = 0.0f, na[2] = 0.0f;
     }
     if (selector == kDesignEditSet) {
         for (int i = 0; i < 3; ++i) {
@@ -93,11 +115,16 @@ void DesignResonantShelf(SectionFilterData* s, uint8_t selector, const DesignInp
 
 }  // namespace
 
+double DesignFrequency(double frequency) noexcept {
+    if (!(frequency >= kLowestDesignFrequency)) return kLowestDesignFrequency;
+    return frequency > kFrequencyLimit ? kFrequencyLimit : frequency;
+}
+
 double BandwidthToQ(const OpaqueFilterData* filter, double bandwidth) noexcept {
     constexpr float c0 = std::bit_cast<float>(0x3F7FDAEEu);  // 0.99943435
     constexpr float c1 = std::bit_cast<float>(0xBF357AA5u);  // -0.70890266
     constexpr float c2 = std::bit_cast<float>(0xC0159545u);  // -2.3372357
-    const double f = AsParametric(filter)->frequency;
+    const double f = DesignFrequency(AsParametric(filter)->frequency);
     const double p = (static_cast<double>(c2) * f + c1) * f + c0;
     return p / (2.0 * bandwidth);
 }

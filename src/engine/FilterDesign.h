@@ -20,6 +20,17 @@ void DesignPassReject(OpaqueFilterData* filter, uint8_t selector) noexcept;  // 
 // about 0.5 at low frequency. Any thread.
 double BandwidthToQ(const OpaqueFilterData* filter, double bandwidth) noexcept;
 
+// The lowest normalised frequency a design uses: 16 Hz, the lowest a user can set, at 384 kHz,
+// the highest rate hosts run at. A record's frequency is not clamped, so a document or a caller
+// can leave 0, a negative value or NaN in it, where every design would put its poles on or beyond
+// the unit circle and the filter would run away while its response claimed 0 dB.
+inline constexpr double kLowestDesignFrequency = 16.0 / 384000.0;
+
+// The frequency a design uses for a record's frequency: within the lowest design frequency and
+// the system's frequency limit, NaN taken as the lowest. Designs, Q from bandwidth and the
+// response all go through it, so what is drawn and printed is what plays. Any thread.
+double DesignFrequency(double frequency) noexcept;
+
 // The design function of a single-section type; null for any other type.
 FilterDesignFunction DesignFunctionFor(FilterType type) noexcept;
 

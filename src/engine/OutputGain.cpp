@@ -1,5 +1,8 @@
 #include "engine/OutputGain.h"
 
+#include <cmath>
+#include <limits>
+
 namespace vorix {
 
 void ApplyOutputGain(GainSmoother& g, const float* work, float* output, int count) noexcept {
@@ -18,6 +21,13 @@ void ApplyOutputGain(GainSmoother& g, const float* work, float* output, int coun
     }
     for (; i < count; ++i) output[i] = gain * work[i];
     g.gain = gain;
+}
+
+void SilenceNonFinite(float* output, int count) noexcept {
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    for (int i = 0; i < count; ++i) {
+        if (!(std::fabs(output[i]) <= kLargest)) output[i] = 0.0f;
+    }
 }
 
 void ApplyOutputGainPlain(GainSmoother& g, const float* work, float* output, int count) noexcept {

@@ -18,6 +18,10 @@ void ApplyOutputGain(GainSmoother& g, const float* work, float* output, int coun
 void ApplyOutputGainFading(GainSmoother& g, const float* work, const float* dry, float* output,
                            int count, float r, float step) noexcept;
 
+// Turns every output sample that is not a finite number into silence: whatever a document or a
+// host asked of the filters, the host never receives infinity or NaN. Audio thread.
+void SilenceNonFinite(float* output, int count) noexcept;
+
 // Sample-by-sample twin of ApplyOutputGain, for the tests. Audio thread.
 void ApplyOutputGainPlain(GainSmoother& g, const float* work, float* output, int count) noexcept;
 

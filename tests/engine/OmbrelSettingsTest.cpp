@@ -246,8 +246,8 @@ TEST(OmbrelSettingsToleranceTest, FrequenciesBeyondTheLimitLoadAtTheLimitOrOutOf
 }
 
 // Each input once broke an invariant: a refused document must change nothing (its view options
-// included), and an accepted one must write itself back unchanged after a second load and play
-// finite audio.
+// included), and an accepted one must play finite audio and write a document that, loaded once
+// more to clamp what its types give back as their own parameters, then reloads to itself.
 TEST(OmbrelSettingsRegressionTest, FoundDocumentsKeepTheLoadInvariants) {
     for (const auto& entry :
          std::filesystem::directory_iterator(std::string(VORIX_REGRESSIONS_DIR) + "/settings")) {
@@ -263,9 +263,10 @@ TEST(OmbrelSettingsRegressionTest, FoundDocumentsKeepTheLoadInvariants) {
             EXPECT_EQ(Written(h), before);
             continue;
         }
-        const std::string loaded = Written(h);
-        h.engine->LoadSettings(loaded);
-        EXPECT_EQ(Written(h), loaded);
+        h.engine->LoadSettings(Written(h));
+        const std::string settled = Written(h);
+        h.engine->LoadSettings(settled);
+        EXPECT_EQ(Written(h), settled);
         for (int block = 0; block < 8; ++block) {
             const Block out = h.Process({std::vector<float>(512, 0.5f), std::vector<float>(512, -0.5f)});
             ASSERT_TRUE(std::isfinite(out[0][511]) && std::isfinite(out[1][511]));
@@ -273,12 +274,23 @@ TEST(OmbrelSettingsRegressionTest, FoundDocumentsKeepTheLoadInvariants) {
     }
 }
 
-TEST(OmbrelSettingsToleranceTest, AnOmittedParameterKeepsItsDefaultWithinTheTypesRange) {
+// Parameters go through SetFilterParameter whatever the type's mask says, and one left out keeps
+// the record's default as it stands.
+TEST(OmbrelSettingsToleranceTest, ParametersApplyAsGivenAndAnOmittedOneKeepsTheRecordDefault) {
     EngineHarness h;
-    h.engine->LoadSettings(Document(Element(
-        1, Filter("enabled=\"true\" channel=\"both\"", "4HarmonicParEQ",
-                  "\t\t\t\t\t<frequency_hz>50</frequency_hz>\n"))));
-    EXPECT_FLOAT_EQ(GetFilterParameter(h.Filter(0), P::Bandwidth), 0.104f);
+    h.engine->LoadSettings(Document(
+        Element(1, Filter("enabled=\"true\" channel=\"both\"", "4HarmonicParEQ",
+                          "\t\t\t\t\t<frequency_hz>50</frequency_hz>\n")) +
+        Element(2, Filter("enabled=\"true\" channel=\"both\"", "2ndOrdLowpass",
+                          "\t\t\t\t\t<frequency_hz>1000</frequency_hz>\n"
+                          "\t\t\t\t\t<bandwidth_oct>0.035</bandwidth_oct>\n")) +
+        Element(3, Filter("enabled=\"true\" channel=\"both\"", "2ndOrdBandReject",
+                          "\t\t\t\t\t<frequency_hz>1000</frequency_hz>\n"
+                          "\t\t\t\t\t<q_factor>3</q_factor>\n"))));
+    EXPECT_FLOAT_EQ(GetFilterParameter(h.Filter(0), P::Bandwidth), 1.0f);
+    // A Q from a bandwidth, beyond the range a Q given as such would be held to.
+    EXPECT_NEAR(GetFilterParameter(h.Filter(1), P::Q), 14.06, 0.01);
+    EXPECT_FLOAT_EQ(GetFilterParameter(h.Filter(2), P::Q), 3.0f);
 }
 
 TEST(OmbrelSettingsGainTest, GainLinesSetTheLinkAndTruncateToHalfDecibels) {

@@ -18,7 +18,7 @@ void EditAtRandom(EngineHarness& h, std::mt19937& rng) {
     const std::vector<OpaqueFilterData*> filters = h.Filters();
     OpaqueFilterData* some =
         filters.empty() ? nullptr : filters[std::uniform_int_distribution<size_t>(0, filters.size() - 1)(rng)];
-    switch (std::uniform_int_distribution<int>(0, 9)(rng)) {
+    switch (std::uniform_int_distribution<int>(0, 11)(rng)) {
         case 0:
         case 1: engine.NewFilter(std::uniform_int_distribution<FilterType>(1, kLastFilterType)(rng)); break;
         case 2: engine.DeleteFilter(some); break;
@@ -44,6 +44,8 @@ void EditAtRandom(EngineHarness& h, std::mt19937& rng) {
             engine.LoadSettings(all.substr(body, all.find("</program>", body) - body));
             break;
         }
+        case 9: engine.ClearConfiguration(true); break;
+        case 10: engine.CopyConfiguration(static_cast<int32_t>(rng() % 2), static_cast<int32_t>(rng() % 2)); break;
         default: engine.SelectConfiguration(static_cast<int32_t>(rng() % 2), true); break;
     }
 }
