@@ -123,6 +123,9 @@ void ReadSectionLines(std::istream& in, FilterDescription& d) {
         if (Holds(line, kSectionListClosing)) return;
         if (Holds(line, kSectionClosing)) continue;
         if (Holds(line, kSectionOpening)) {
+            if (d.numerators.size() == kMaxSectionsPerFilter) {
+                VORIX_THROW(PluginCore::InvalidSettingsData);
+            }
             d.numerators.push_back({0.0f, 0.0f, 0.0f});
             d.denominators.push_back({0.0f, 0.0f, 0.0f});
         } else if (const std::size_t b = line.find(kNumeratorOpening); b != std::string::npos) {

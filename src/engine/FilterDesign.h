@@ -20,11 +20,12 @@ void DesignPassReject(OpaqueFilterData* filter, uint8_t selector) noexcept;  // 
 // about 0.5 at low frequency. Any thread.
 double BandwidthToQ(const OpaqueFilterData* filter, double bandwidth) noexcept;
 
-// The lowest normalised frequency a design uses: 16 Hz, the lowest a user can set, at 384 kHz,
-// the highest rate hosts run at. A record's frequency is not clamped, so a document or a caller
+// The lowest normalised frequency a design uses: 16 Hz, the lowest a user can set, at 192 kHz.
+// Below it the coefficients of a narrow design, rounded to single precision, no longer describe
+// the filter asked for. A record's frequency is not clamped, so a document or a caller
 // can leave 0, a negative value or NaN in it, where every design would put its poles on or beyond
 // the unit circle and the filter would run away while its response claimed 0 dB.
-inline constexpr double kLowestDesignFrequency = 16.0 / 384000.0;
+inline constexpr double kLowestDesignFrequency = 16.0 / 192000.0;
 
 // The frequency a design uses for a record's frequency: within the lowest design frequency and
 // the system's frequency limit, NaN taken as the lowest. Designs, Q from bandwidth and the

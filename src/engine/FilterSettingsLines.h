@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <istream>
 #include <string>
 #include <string_view>
@@ -12,6 +13,12 @@ namespace vorix {
 
 // No frequency in a document stands above this many hertz, whatever the sample rate.
 inline constexpr float kHighestDocumentHz = 20000.0f;
+
+// The most sections an External filter of a document may have, and the most all its External
+// filters may have together, each channel's counted. Real External filters have a handful of sections; a document beyond
+// these is damaged or hostile, and would cost the audio thread more than real time.
+inline constexpr std::size_t kMaxSectionsPerFilter = 256;
+inline constexpr std::size_t kMaxSectionsPerDocument = 1024;
 
 // The next line without its line feed, and without the carriage return in front of it that files
 // from other systems carry. False at the end of the stream. Editor or host thread; allocates.

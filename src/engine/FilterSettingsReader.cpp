@@ -172,6 +172,16 @@ FilterSettingsElement ReadElement(std::istream& in, float sampleRate, int channe
     return element;
 }
 
+void RequireSectionsWithinLimit(const FilterSettingsDocument& doc) {
+    std::size_t sections = 0;
+    for (const FilterSettingsElement& element : doc.elements) {
+        for (const FilterSettingsSlot& slot : element.slots) {
+            sections += slot.description.numerators.size();
+        }
+    }
+    if (sections > kMaxSectionsPerDocument) VORIX_THROW(PluginCore::InvalidSettingsData);
+}
+
 // The lines after the opening line up to the closing line or the end of the stream.
 void ReadDocumentBody(std::istream& in, FilterSettingsDocument& doc, float sampleRate,
                       int channels) {
@@ -194,6 +204,7 @@ void ReadDocumentBody(std::istream& in, FilterSettingsDocument& doc, float sampl
         }
     }
     attributes.StoreInto(doc);
+    RequireSectionsWithinLimit(doc);
 }
 
 }  // namespace

@@ -13,9 +13,13 @@ namespace vorix {
 
 namespace {
 
+// The first shown filter with `flag` set (or clear). A hollow half of a split pair is never
+// shown, so it is never the one selected, whatever flags it was given.
 OpaqueFilterData* FirstWith(FilterChain* chain, uint32_t flag, bool set) {
     for (OpaqueFilterData* f = FirstFilter(chain); f != nullptr; f = NextFilter(f)) {
-        if (((f->flags.Load() & flag) != 0) == set) return f;
+        const uint32_t flags = f->flags.Load();
+        if ((flags & FilterFlags::ChannelDeleted) != 0) continue;
+        if (((flags & flag) != 0) == set) return f;
     }
     return nullptr;
 }

@@ -213,10 +213,18 @@ TEST(OmbrelSettingsToleranceTest, ARightOnlyFilterIsHollowOnTheLeftOfStereoAndWh
     EXPECT_EQ(hollow->flags.Load() & ~F::Selected, F::ChannelDeleted | F::Disabled | F::LeftOnly);
     EXPECT_EQ(stereo.Filter(0, 1)->flags.Load() & ~F::Selected, F::RightOnly);
     EXPECT_NEAR(GetFilterParameter(stereo.Filter(0, 1), P::Gain), 4.0, 1e-5);
+    // The hollow half is never shown, so it is never the selection.
+    EXPECT_NE(stereo.engine->SelectedFilter(), hollow);
+    EXPECT_EQ(hollow->flags.Load() & F::Selected, 0u);
     // Written out again, only the right filter is there.
     const std::string written = Written(stereo);
     EXPECT_EQ(written.find("channel=\"left\""), std::string::npos);
     EXPECT_NE(written.find("channel=\"right\""), std::string::npos);
+
+    // A selected right filter stays the selection; its hollow copy does not take it.
+    stereo.engine->LoadSettings(Document(Element(
+        1, Filter("enabled=\"true\" selected=\"true\" channel=\"right\"", "ParametricEQ", ""))));
+    EXPECT_EQ(stereo.engine->SelectedFilter(), stereo.Filter(0, 1));
 
     EngineHarness mono(kMono);
     mono.engine->LoadSettings(Document(right));
