@@ -4,8 +4,8 @@
 
 #include <chrono>
 
-#include "engine/ExternalFilter.h"
-#include "engine/FilterParameters.h"
+#include "dsp/ExternalFilter.h"
+#include "dsp/FilterParameters.h"
 #include "support/AudioPathFixture.h"
 
 namespace vorix {

@@ -11,7 +11,7 @@
 #include "core/PluginCore.h"
 #include "core/PluginPlatform.h"
 #include "core/ZORPluginMetaClass.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "support/TestPlatform.h"
 
 namespace vorix::fuzz {

@@ -6,7 +6,7 @@
 #include <span>
 
 #include "core/ZORPluginMetaClass.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "vorix/Commands.h"
 #include "vorix/HelpTexts.h"
 #include "vorix/ToolErrors.h"

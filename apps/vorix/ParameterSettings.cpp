@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "core/ZORParameterInfo.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "vorix/Arguments.h"
 #include "vorix/ToolErrors.h"
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/PluginCore.h"
-#include "engine/DenormalGuard.h"
+#include "dsp/DenormalGuard.h"
 #include "vorix/Arguments.h"
 #include "vorix/AudioFile.h"
 #include "vorix/Commands.h"

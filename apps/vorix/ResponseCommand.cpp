@@ -5,9 +5,9 @@
 #include <cstdio>
 
 #include "core/ZORPluginMetaClass.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterParameters.h"
-#include "engine/FilterResponse.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterParameters.h"
+#include "dsp/FilterResponse.h"
 #include "engine/Ombrel.h"
 #include "engine/VorixParameterIds.h"
 #include "vorix/Arguments.h"

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "engine/FilterParameters.h"
-#include "engine/FilterRecord.h"
+#include "dsp/FilterParameters.h"
+#include "dsp/FilterRecord.h"
 
 namespace vorix {
 

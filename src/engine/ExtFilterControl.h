@@ -4,7 +4,7 @@
 #include <atomic>
 #include <cstdint>
 
-#include "engine/FilterTypes.h"
+#include "dsp/FilterTypes.h"
 
 namespace vorix {
 

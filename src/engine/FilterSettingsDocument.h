@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/FilterDescription.h"
+#include "dsp/FilterDescription.h"
 
 namespace vorix {
 

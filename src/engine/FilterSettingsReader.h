@@ -3,7 +3,7 @@
 #include <istream>
 #include <string>
 
-#include "engine/FilterDescription.h"
+#include "dsp/FilterDescription.h"
 #include "engine/FilterSettingsDocument.h"
 
 namespace vorix {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "engine/FilterTypes.h"
+#include "dsp/FilterTypes.h"
 
 namespace vorix {
 

@@ -3,7 +3,7 @@
 #include <ostream>
 #include <string_view>
 
-#include "engine/FilterDescription.h"
+#include "dsp/FilterDescription.h"
 #include "engine/FilterSettingsDocument.h"
 
 namespace vorix {

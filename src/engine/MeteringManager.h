@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "engine/PeakMeter.h"
-#include "engine/RelaxedAtomic.h"
+#include "dsp/PeakMeter.h"
+#include "dsp/RelaxedAtomic.h"
 
 namespace vorix {
 

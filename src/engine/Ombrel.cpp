@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "core/AudioLock.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterParameters.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterParameters.h"
 #include "engine/OmbrelMessages.h"
 #include "engine/VorixParameterIds.h"
 #include "framework/MessageBatch.h"

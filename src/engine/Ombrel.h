@@ -9,9 +9,9 @@
 
 #include "core/DepthCounter.h"
 #include "core/PluginCore.h"
-#include "engine/AudioPath.h"
+#include "dsp/AudioPath.h"
 #include "engine/FilterNumbering.h"
-#include "engine/FilterPool.h"
+#include "dsp/FilterPool.h"
 #include "engine/MeteringManager.h"
 #include "engine/OmbrelMessageSubscriber.h"
 #include "engine/VorixExtFilterControlManager.h"

@@ -1,9 +1,9 @@
 // The two configurations: switching, clearing, copying, and putting a new set of chains in place
 // while the audio runs.
 
-#include "engine/FilterChainOps.h"
-#include "engine/FilterDescription.h"
-#include "engine/FilterRetirement.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterDescription.h"
+#include "dsp/FilterRetirement.h"
 #include "engine/Ombrel.h"
 #include "engine/OmbrelMessages.h"
 #include "engine/VorixParameterIds.h"

@@ -5,9 +5,9 @@
 
 #include "core/ErrorDisplay.h"
 #include "core/SettingsTexts.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterParameters.h"
-#include "engine/FilterRetirement.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterParameters.h"
+#include "dsp/FilterRetirement.h"
 #include "engine/Ombrel.h"
 #include "engine/OmbrelMessages.h"
 #include "framework/MessageBatch.h"

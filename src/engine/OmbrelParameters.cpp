@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/FilterParameters.h"
+#include "dsp/FilterParameters.h"
 #include "engine/Ombrel.h"
 #include "engine/OmbrelMessages.h"
 #include "engine/VorixParameterIds.h"

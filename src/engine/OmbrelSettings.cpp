@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "core/ErrorDisplay.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterDescription.h"
-#include "engine/FilterRetirement.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterDescription.h"
+#include "dsp/FilterRetirement.h"
 #include "engine/FilterSettingsDocument.h"
 #include "engine/FilterSettingsReader.h"
 #include "engine/FilterSettingsTexts.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/FilterRecord.h"
+#include "dsp/FilterRecord.h"
 #include "engine/OmbrelMessages.h"
 
 namespace vorix {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "host/RTASPluginMetaClassBase.h"
 
 namespace vorix {

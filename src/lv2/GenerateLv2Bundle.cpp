@@ -11,7 +11,7 @@
 #include <string>
 
 #include "core/ZORPluginMetaClass.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "lv2/Lv2BundleDescription.h"
 #include "lv2/Lv2FactoryPrograms.h"
 #include "lv2/Lv2Names.h"

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <memory>
 
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "lv2/Lv2HostFeatures.h"
 #include "lv2/Lv2Log.h"
 #include "lv2/Lv2Names.h"

@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "core/CoreTestSupport.h"
-#include "engine/DenormalGuard.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "dsp/DenormalGuard.h"
+#include "host/ZORVorixMetaClass.h"
 #include "vorix/AudioFile.h"
 #include "vorix/CommandLine.h"
 

@@ -1,7 +1,7 @@
 #include "CliTestSupport.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterRecord.h"
-#include "engine/HarmonicFilter.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterRecord.h"
+#include "dsp/HarmonicFilter.h"
 #include "engine/Ombrel.h"
 #include "engine/VorixParameterIds.h"
 

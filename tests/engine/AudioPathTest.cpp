@@ -1,4 +1,4 @@
-#include "engine/AudioPath.h"
+#include "dsp/AudioPath.h"
 
 #include <algorithm>
 #include <atomic>
@@ -8,8 +8,8 @@
 #include <thread>
 
 #include "FilterTestHelpers.h"
-#include "engine/DenormalGuard.h"
-#include "engine/ExternalFilter.h"
+#include "dsp/DenormalGuard.h"
+#include "dsp/ExternalFilter.h"
 #include "support/AllocationHook.h"
 #include "support/AudioPathFixture.h"
 

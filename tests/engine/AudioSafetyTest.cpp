@@ -7,8 +7,8 @@
 #include <random>
 
 #include "EngineTestSupport.h"
-#include "engine/DenormalGuard.h"
-#include "engine/FilterResponse.h"
+#include "dsp/DenormalGuard.h"
+#include "dsp/FilterResponse.h"
 
 namespace vorix::test {
 namespace {

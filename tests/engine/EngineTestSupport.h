@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "core/CoreTestSupport.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterParameters.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterParameters.h"
 #include "engine/Ombrel.h"
 #include "engine/OmbrelMessages.h"
 #include "engine/VorixParameterIds.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "support/AudioPathFixture.h"
 
 namespace vorix::test {

@@ -8,9 +8,9 @@
 
 #include "FilterTestHelpers.h"
 #include "core/CoreTestSupport.h"
-#include "engine/ExternalFilter.h"
-#include "engine/FilterDescription.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "dsp/ExternalFilter.h"
+#include "dsp/FilterDescription.h"
+#include "host/ZORVorixMetaClass.h"
 
 namespace vorix {
 namespace {

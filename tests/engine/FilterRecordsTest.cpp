@@ -7,9 +7,9 @@
 #include <tuple>
 
 #include "FilterTestHelpers.h"
-#include "engine/ExternalFilter.h"
-#include "engine/FilterParameters.h"
-#include "engine/FilterPool.h"
+#include "dsp/ExternalFilter.h"
+#include "dsp/FilterParameters.h"
+#include "dsp/FilterPool.h"
 
 namespace vorix::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "engine/FilterResponse.h"
+#include "dsp/FilterResponse.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "FilterTestHelpers.h"
-#include "engine/ExternalFilter.h"
+#include "dsp/ExternalFilter.h"
 
 namespace vorix::test {
 namespace {

@@ -7,7 +7,7 @@
 #include "FilterTestHelpers.h"
 #include "core/PluginCore.h"
 #include "engine/FactoryPrograms.h"
-#include "engine/FilterDescription.h"
+#include "dsp/FilterDescription.h"
 #include "engine/FilterSettingsReader.h"
 #include "engine/FilterSettingsWriter.h"
 

@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "engine/FilterChainOps.h"
-#include "engine/FilterParameters.h"
-#include "engine/FilterResponse.h"
-#include "engine/SectionKernel.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterParameters.h"
+#include "dsp/FilterResponse.h"
+#include "dsp/SectionKernel.h"
 
 namespace vorix::test {
 

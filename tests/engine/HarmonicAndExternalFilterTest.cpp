@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "FilterTestHelpers.h"
-#include "engine/ExternalFilter.h"
-#include "engine/HarmonicFilter.h"
+#include "dsp/ExternalFilter.h"
+#include "dsp/HarmonicFilter.h"
 
 namespace vorix::test {
 namespace {

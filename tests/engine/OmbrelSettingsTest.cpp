@@ -9,7 +9,7 @@
 
 #include "EngineTestSupport.h"
 #include "engine/FactoryPrograms.h"
-#include "engine/FilterDescription.h"
+#include "dsp/FilterDescription.h"
 #include "engine/FilterSettingsReader.h"
 #include "support/AudioPathFixture.h"
 

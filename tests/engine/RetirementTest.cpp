@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "EngineTestSupport.h"
-#include "engine/ExternalFilter.h"
+#include "dsp/ExternalFilter.h"
 #include "engine/FactoryPrograms.h"
 
 namespace vorix::test {

@@ -1,10 +1,10 @@
-#include "engine/SectionKernel.h"
+#include "dsp/SectionKernel.h"
 
 #include <random>
 #include <string>
 
 #include "FilterTestHelpers.h"
-#include "engine/SectionCascade.h"
+#include "dsp/SectionCascade.h"
 
 namespace vorix::test {
 namespace {

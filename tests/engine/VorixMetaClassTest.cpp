@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/PluginCore.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "framework/FourCC.h"
 
 namespace vorix {

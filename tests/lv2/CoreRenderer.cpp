@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/BypassState.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "lv2/Lv2Plugin.h"
 
 namespace vorix::test {

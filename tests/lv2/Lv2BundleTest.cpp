@@ -13,7 +13,7 @@
 #include <string>
 
 #include "Lv2TestHost.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "lv2/Lv2Names.h"
 
 namespace vorix::test {

@@ -6,10 +6,10 @@
 #include <random>
 #include <vector>
 
-#include "engine/AudioPath.h"
-#include "engine/FilterChainOps.h"
-#include "engine/FilterParameters.h"
-#include "engine/FilterPool.h"
+#include "dsp/AudioPath.h"
+#include "dsp/FilterChainOps.h"
+#include "dsp/FilterParameters.h"
+#include "dsp/FilterPool.h"
 
 namespace vorix::test {
 
