@@ -76,8 +76,8 @@ std::string GroupUri(std::int32_t channels, bool input) {
 void WriteGroups(std::ostringstream& out, std::int32_t channels) {
     for (const bool input : {true, false}) {
         out << TurtleUri(GroupUri(channels, input)) << "\n"
-            << "\ta pg:" << (input ? "InputGroup" : "OutputGroup") << " , pg:"
-            << (channels == 1 ? "MonoGroup" : "StereoGroup") << " ;\n"
+            << "\ta pg:" << (input ? "InputGroup" : "OutputGroup")
+            << " , pg:" << (channels == 1 ? "MonoGroup" : "StereoGroup") << " ;\n"
             << "\tlv2:symbol " << TurtleString(input ? "main_in" : "main_out") << " ;\n"
             << "\trdfs:label " << TurtleString(input ? "Input" : "Output") << " .\n\n";
     }
@@ -232,8 +232,7 @@ void WritePlugin(std::ostringstream& out, const ZORPluginMetaClass& metaClass,
     out << TurtleUri(Lv2PluginUri(channels)) << "\n"
         << "\ta lv2:Plugin , lv2:ParaEQPlugin , doap:Project ;\n"
         << "\tdoap:name " << TurtleString(PluginName(metaClass, channels)) << " ;\n"
-        << "\tdoap:maintainer [ a foaf:Person ; foaf:name " << TurtleString(kMakerName)
-        << " ] ;\n"
+        << "\tdoap:maintainer [ a foaf:Person ; foaf:name " << TurtleString(kMakerName) << " ] ;\n"
         << "\tdoap:license " << TurtleUri(kLv2LicenseUri) << " ;\n"
         << "\trdfs:comment " << TurtleString(kPluginComment) << " ;\n"
         << "\tlv2:optionalFeature lv2:hardRTCapable , urid:map , log:log , work:schedule ,"
@@ -316,8 +315,8 @@ std::string Lv2PresetsTurtle(const std::vector<Lv2FactoryProgram>& programs,
                 << "\tlv2:appliesTo " << TurtleUri(Lv2PluginUri(channels)) << " ;\n"
                 << "\trdfs:label " << TurtleString(program.name) << " ;\n";
             for (std::size_t i = 0; i < values.size(); ++i) {
-                out << (i == 0 ? "\tlv2:port [\n" : " , [\n")
-                    << "\t\tlv2:symbol " << TurtleString(values[i].symbol) << " ;\n"
+                out << (i == 0 ? "\tlv2:port [\n" : " , [\n") << "\t\tlv2:symbol "
+                    << TurtleString(values[i].symbol) << " ;\n"
                     << "\t\tpset:value " << TurtleDecimal(values[i].value) << "\n\t]";
             }
             if (!values.empty()) out << " ;\n";

@@ -26,8 +26,8 @@ std::string Lv2PluginsTurtle(const ZORPluginMetaClass& metaClass);
 
 // What the engine of a plug-in with `channels` channels holds for its control ports after loading
 // `program`.
-using Lv2ProgramPortValues =
-    std::function<std::vector<Lv2PortValue>(std::int32_t channels, const Lv2FactoryProgram& program)>;
+using Lv2ProgramPortValues = std::function<std::vector<Lv2PortValue>(
+    std::int32_t channels, const Lv2FactoryProgram& program)>;
 
 // Every factory program as a preset of each plug-in: the values its control ports take, and a
 // state whose settings value is the program's settings document and whose port values are the

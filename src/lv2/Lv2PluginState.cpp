@@ -138,7 +138,8 @@ void Lv2Plugin::TakeRecordedPortValues(LV2_State_Retrieve_Function retrieve,
         std::min<std::size_t>(size, std::numeric_limits<std::int32_t>::max()));
     for (const Lv2PortValue& entry : ReadLv2PortRecord(ChunkText(value, length))) {
         for (std::size_t index = 0; index < recorded.size(); ++index) {
-            if (entry.symbol != metaClass.GetParameterInfo(static_cast<std::int32_t>(index))->name ||
+            if (entry.symbol !=
+                    metaClass.GetParameterInfo(static_cast<std::int32_t>(index))->name ||
                 counts[index] == Lv2ControlInputs::kQuietValues) {
                 continue;
             }

@@ -39,7 +39,8 @@ std::string Lv2PortRecordText(const std::vector<Lv2PortValue>& values) {
     std::string text;
     for (const Lv2PortValue& entry : values) {
         std::array<char, 64> number{};
-        const auto result = std::to_chars(number.data(), number.data() + number.size(), entry.value);
+        const auto result =
+            std::to_chars(number.data(), number.data() + number.size(), entry.value);
         if (result.ec != std::errc()) continue;
         text += entry.symbol;
         text += ' ';

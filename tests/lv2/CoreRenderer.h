@@ -57,5 +57,4 @@ class CoreRenderer {
     int bypass_ = 0;
 };
 
-
 }  // namespace vorix::test

@@ -85,8 +85,8 @@ class Lv2Apply : public ::testing::TestWithParam<int> {
         const std::string in = (folder / "in.wav").string();
         const std::string out = (folder / "vorix.wav").string();
         WriteFloatWav(in, input);
-        std::vector<std::string> args{"render", in,      out,     "--block",
-                                      std::to_string(kLv2ApplyBlock), "--float", "--quiet"};
+        std::vector<std::string> args{
+            "render", in, out, "--block", std::to_string(kLv2ApplyBlock), "--float", "--quiet"};
         for (const HostParameter& p : set) {
             args.push_back("--set");
             args.push_back(p.symbol + "=" + std::to_string(p.value));

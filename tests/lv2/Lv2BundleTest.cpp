@@ -129,9 +129,9 @@ TEST_P(Lv2PluginDescription, GroupsItsAudioPortsAsTheMainStereoOrMonoPair) {
             plugin, Node(input ? LV2_PORT_GROUPS__mainInput : LV2_PORT_GROUPS__mainOutput));
         ASSERT_EQ(lilv_nodes_size(mains), 1u);
         const LilvNode* group = lilv_nodes_get_first(mains);
-        EXPECT_TRUE(lilv_world_ask(world, group, Node(LILV_NS_RDF "type"),
-                                   Node(stereo ? LV2_PORT_GROUPS__StereoGroup
-                                               : LV2_PORT_GROUPS__MonoGroup)));
+        EXPECT_TRUE(lilv_world_ask(
+            world, group, Node(LILV_NS_RDF "type"),
+            Node(stereo ? LV2_PORT_GROUPS__StereoGroup : LV2_PORT_GROUPS__MonoGroup)));
         std::vector<std::string> designations;
         for (uint32_t i = 0; i < lilv_plugin_get_num_ports(plugin); ++i) {
             const LilvPort* port = lilv_plugin_get_port_by_index(plugin, i);

@@ -46,12 +46,15 @@ class ControlPorts {
     // One run()'s reading of the ports: what acted, in table order.
     std::vector<Act> Scan() {
         std::vector<Act> acts;
-        inputs.Scan([&](std::int32_t index, float value) { acts.push_back({index, value}); },
-                    [&](std::int32_t index, float value) {
-                        if (workerFull) return false;
-                        acts.push_back({index, value});
-                        return true;
-                    });
+        inputs.Scan(
+            [&](std::int32_t index, float value) {
+                acts.push_back({index, value});
+            },
+            [&](std::int32_t index, float value) {
+                if (workerFull) return false;
+                acts.push_back({index, value});
+                return true;
+            });
         return acts;
     }
     std::int32_t Row(const char* symbol) const {
@@ -67,13 +70,15 @@ class ControlPorts {
         Lv2ControlInputs::QuietValues none;
         none.fill(kNaN);
         std::vector<Lv2ControlInputs::QuietValues> recorded(ports.size(), none);
-        std::copy(values.begin(), values.end(), recorded[static_cast<std::size_t>(Row(symbol))].begin());
+        std::copy(values.begin(), values.end(),
+                  recorded[static_cast<std::size_t>(Row(symbol))].begin());
         inputs.Restored(recorded);
     }
     // What a state saved now records for the port of `symbol`.
     std::vector<float> Recordable(const char* symbol) const {
+        const std::vector<Lv2ControlInputs::QuietValues> all = inputs.Recordable();
         std::vector<float> values;
-        for (const float value : inputs.Recordable()[static_cast<std::size_t>(Row(symbol))]) {
+        for (const float value : all[static_cast<std::size_t>(Row(symbol))]) {
             if (!std::isnan(value)) values.push_back(value);
         }
         return values;
@@ -81,7 +86,8 @@ class ControlPorts {
 
     const ZORVorixMetaClass table;
     Lv2ControlInputs inputs{table};
-    std::vector<float> ports = std::vector<float>(static_cast<std::size_t>(table.GetParameterCount()));
+    std::vector<float> ports =
+        std::vector<float>(static_cast<std::size_t>(table.GetParameterCount()));
     bool workerFull = false;
 };
 
@@ -91,8 +97,8 @@ TEST_F(Lv2ControlPorts, APortActsOnceWhenItsValueChangesAndNotAtItsDefault) {
     EXPECT_TRUE(Scan().empty());
     Port("prmControl_1_Gain") = 6.0f;
     Port("prmLeftGain") = -3.0f;
-    EXPECT_EQ(Scan(), (std::vector<Act>{{Row("prmControl_1_Gain"), 6.0f},
-                                        {Row("prmLeftGain"), -3.0f}}));
+    EXPECT_EQ(Scan(),
+              (std::vector<Act>{{Row("prmControl_1_Gain"), 6.0f}, {Row("prmLeftGain"), -3.0f}}));
     EXPECT_TRUE(Scan().empty());
 }
 
@@ -102,10 +108,11 @@ TEST_F(Lv2ControlPorts, EveryValueEntersHeldToItsParametersRange) {
         if (!Lv2ControlInputs::IsHostInput(info)) continue;
         const float middle = 0.5f * (info.min + info.max);
         const float span = info.max - info.min;
-        for (const auto& [raw, held] : {std::pair{-kInf, info.min}, std::pair{info.min - span, info.min},
-                                       std::pair{info.max + span, info.max}, std::pair{kInf, info.max},
-                                       std::pair{std::numeric_limits<float>::max(), info.max},
-                                       std::pair{-std::numeric_limits<float>::max(), info.min}}) {
+        for (const auto& [raw, held] :
+             {std::pair{-kInf, info.min}, std::pair{info.min - span, info.min},
+              std::pair{info.max + span, info.max}, std::pair{kInf, info.max},
+              std::pair{std::numeric_limits<float>::max(), info.max},
+              std::pair{-std::numeric_limits<float>::max(), info.min}}) {
             ports[static_cast<std::size_t>(index)] = middle;
             Scan();
             ports[static_cast<std::size_t>(index)] = raw;
@@ -144,8 +151,8 @@ TEST_F(Lv2ControlPorts, AfterARestoreTheRecordedAndTheStaleValueAreNoChange) {
     Port("prmControl_1_Gain") = 6.0f;
     Scan();
     Restore("prmControl_1_Gain", {0.0f});  // a preset whose ports the host does not set
-    EXPECT_TRUE(Scan().empty());          // the stale +6
-    Port("prmControl_1_Gain") = 0.0f;     // the recorded value
+    EXPECT_TRUE(Scan().empty());           // the stale +6
+    Port("prmControl_1_Gain") = 0.0f;      // the recorded value
     EXPECT_TRUE(Scan().empty());
     Port("prmControl_1_Gain") = 6.0f;  // the stale value is stale no more: the user moved it
     EXPECT_EQ(Scan(), (std::vector<Act>{{Row("prmControl_1_Gain"), 6.0f}}));
@@ -233,11 +240,11 @@ TEST(Lv2PortRecord, ReadsBackEveryValueExactlyAndSkipsWhatIsNotAValue) {
 
     const std::vector<Lv2PortValue> survivors = ReadLv2PortRecord(
         "prmControl_0_Gain 3\n"
-        "prmControl_1_Gain\n"          // no value
-        "prmControl_2_Gain 3 dB\n"     // more than a value
-        " 4\n"                         // no symbol
-        "prmControl_3_Gain 1e999\n"    // beyond a float
-        "prmControl_4_Gain\t-2.5");    // a tab, and no line feed at the end
+        "prmControl_1_Gain\n"        // no value
+        "prmControl_2_Gain 3 dB\n"   // more than a value
+        " 4\n"                       // no symbol
+        "prmControl_3_Gain 1e999\n"  // beyond a float
+        "prmControl_4_Gain\t-2.5");  // a tab, and no line feed at the end
     EXPECT_EQ(survivors, (std::vector<Lv2PortValue>{{"prmControl_0_Gain", 3.0f},
                                                     {"prmControl_4_Gain", -2.5f}}));
 }

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <limits>
 #include <deque>
+#include <limits>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -60,24 +60,22 @@ TEST_P(Lv2PluginRun, ControlChangesMidStreamSoundAsInTheCore) {
 TEST_P(Lv2PluginRun, ValuesBeyondTheRangeSoundAsItsEndsAndANaNMovesNothing) {
     constexpr float kInf = std::numeric_limits<float>::infinity();
     constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-    const Moves sent = {{0,
-                         {{"prmControl_1_Freq", -5.0f},
-                          {"prmControl_1_Gain", kInf},
-                          {"prmControl_1_Poly", -kInf}}},
-                        {4,
-                         {{"prmControl_2_Freq", 1e30f},
-                          {"prmControl_0_Gain", -1e9f},
-                          {"prmControl_2_Gain", kNaN},
-                          {"prmLeftGain", -kInf}}},
-                        {9, {{"prmControl_1_Freq", kNaN}, {"enabled", kNaN}}},
-                        {11, {{"prmControl_1_Freq", 30000.0f}}}};
-    const Moves held = {{0,
-                         {{"prmControl_1_Freq", 16.0f},
-                          {"prmControl_1_Gain", 18.0f},
-                          {"prmControl_1_Poly", 0.0f}}},
-                        {4, {{"prmControl_2_Freq", 20000.0f}, {"prmControl_0_Gain", -18.0f}}},
-                        {5, {{"prmLeftGain", -24.0f}}},  // through the worker, a block later
-                        {11, {{"prmControl_1_Freq", 20000.0f}}}};
+    const Moves sent = {
+        {0,
+         {{"prmControl_1_Freq", -5.0f}, {"prmControl_1_Gain", kInf}, {"prmControl_1_Poly", -kInf}}},
+        {4,
+         {{"prmControl_2_Freq", 1e30f},
+          {"prmControl_0_Gain", -1e9f},
+          {"prmControl_2_Gain", kNaN},
+          {"prmLeftGain", -kInf}}},
+        {9, {{"prmControl_1_Freq", kNaN}, {"enabled", kNaN}}},
+        {11, {{"prmControl_1_Freq", 30000.0f}}}};
+    const Moves held = {
+        {0,
+         {{"prmControl_1_Freq", 16.0f}, {"prmControl_1_Gain", 18.0f}, {"prmControl_1_Poly", 0.0f}}},
+        {4, {{"prmControl_2_Freq", 20000.0f}, {"prmControl_0_Gain", -18.0f}}},
+        {5, {{"prmLeftGain", -24.0f}}},  // through the worker, a block later
+        {11, {{"prmControl_1_Freq", 20000.0f}}}};
     Lv2TestInstance plugin(GetParam());
     const Audio out = RunPlugin(plugin, sent);
     EXPECT_EQ(out, RunCore(held));

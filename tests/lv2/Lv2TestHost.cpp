@@ -220,8 +220,8 @@ int Lv2TestInstance::RestoreSettingsValue(const std::string& value, const char* 
                           features_.data());
 }
 
-void Lv2TestInstance::SetPortValue(const char* symbol, void* self, const void* value,
-                                   uint32_t size, uint32_t type) {
+void Lv2TestInstance::SetPortValue(const char* symbol, void* self, const void* value, uint32_t size,
+                                   uint32_t type) {
     auto* instance = static_cast<Lv2TestInstance*>(self);
     ASSERT_EQ(type, instance->Map(LV2_ATOM__Float)) << symbol;
     ASSERT_EQ(size, sizeof(float)) << symbol;
@@ -242,8 +242,7 @@ void Lv2TestInstance::LoadPreset(const std::string& uri, bool ports) {
     LilvState* state = lilv_state_new_from_world(world, &map_, preset);
     ASSERT_NE(state, nullptr) << uri;
     portDigits_ = 0;
-    lilv_state_restore(state, instance_, ports ? SetPortValue : nullptr, this, 0,
-                       features_.data());
+    lilv_state_restore(state, instance_, ports ? SetPortValue : nullptr, this, 0, features_.data());
     lilv_state_free(state);
 }
 
@@ -255,9 +254,9 @@ std::string Lv2TestInstance::SaveSession() {
         *type = instance->Map(LV2_ATOM__Float);
         return &instance->controls_[instance->PortIndex(symbol)];
     };
-    LilvState* state = lilv_state_new_from_instance(plugin_, instance_, &map_, nullptr, nullptr,
-                                                    nullptr, nullptr, value, this, 0,
-                                                    features_.data());
+    LilvState* state =
+        lilv_state_new_from_instance(plugin_, instance_, &map_, nullptr, nullptr, nullptr, nullptr,
+                                     value, this, 0, features_.data());
     char* text = lilv_state_to_string(Lv2Bundle::Get().World(), &map_, &unmap_, state,
                                       "urn:vorix:test:session", nullptr);
     std::string session = text != nullptr ? text : "";
