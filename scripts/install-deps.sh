@@ -8,7 +8,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
   libsndfile1-dev
-  lv2-dev lilv-utils liblilv-dev
+  lv2-dev lilv-utils liblilv-dev sordi
   lsp-plugins-lv2
   libfreetype-dev fonts-liberation2 libpng-dev libx11-dev
 )

@@ -5,6 +5,7 @@
 
 #include "core/SettingsTexts.h"
 #include "core/ZORPluginMetaClass.h"
+#include "lv2/Lv2ControlInputs.h"
 #include "lv2/Lv2Names.h"
 #include "lv2/Lv2PortLayout.h"
 #include "lv2/TurtleText.h"
@@ -21,8 +22,10 @@ constexpr const char* kPrefixes =
     "@prefix log: <http://lv2plug.in/ns/ext/log#> .\n"
     "@prefix lv2: <http://lv2plug.in/ns/lv2core#> .\n"
     "@prefix opts: <http://lv2plug.in/ns/ext/options#> .\n"
+    "@prefix pg: <http://lv2plug.in/ns/ext/port-groups#> .\n"
     "@prefix pprops: <http://lv2plug.in/ns/ext/port-props#> .\n"
     "@prefix pset: <http://lv2plug.in/ns/ext/presets#> .\n"
+    "@prefix rdf: <http://www.w3.org/1999/02/22-rdf-syntax-ns#> .\n"
     "@prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .\n"
     "@prefix state: <http://lv2plug.in/ns/ext/state#> .\n"
     "@prefix units: <http://lv2plug.in/ns/extensions/units#> .\n"
@@ -49,16 +52,35 @@ std::vector<std::int32_t> ChannelLayouts() {
 struct AudioPortNames {
     const char* symbol;
     const char* name;
+    const char* channel;  // the port's designation within its group
 };
-constexpr AudioPortNames kStereoInputs[] = {{"in_l", "Left Input"}, {"in_r", "Right Input"}};
-constexpr AudioPortNames kStereoOutputs[] = {{"out_l", "Left Output"}, {"out_r", "Right Output"}};
-constexpr AudioPortNames kMonoInput = {"in", "Input"};
-constexpr AudioPortNames kMonoOutput = {"out", "Output"};
+constexpr AudioPortNames kStereoInputs[] = {{"in_l", "Left Input", "pg:left"},
+                                            {"in_r", "Right Input", "pg:right"}};
+constexpr AudioPortNames kStereoOutputs[] = {{"out_l", "Left Output", "pg:left"},
+                                             {"out_r", "Right Output", "pg:right"}};
+constexpr AudioPortNames kMonoInput = {"in", "Input", "pg:center"};
+constexpr AudioPortNames kMonoOutput = {"out", "Output", "pg:center"};
 
 AudioPortNames AudioNames(std::int32_t channels, std::int32_t channel, bool input) {
     const auto c = static_cast<std::size_t>(channel);
     if (channels == 1) return input ? kMonoInput : kMonoOutput;
     return input ? kStereoInputs[c] : kStereoOutputs[c];
+}
+
+// The audio ports of each side form one group, so that hosts that place channels by group (and
+// some that load only plug-ins whose channels they can place) see a stereo or a mono pair.
+std::string GroupUri(std::int32_t channels, bool input) {
+    return std::string(Lv2PluginUri(channels)) + (input ? "-input" : "-output");
+}
+
+void WriteGroups(std::ostringstream& out, std::int32_t channels) {
+    for (const bool input : {true, false}) {
+        out << TurtleUri(GroupUri(channels, input)) << "\n"
+            << "\ta pg:" << (input ? "InputGroup" : "OutputGroup")
+            << " , pg:" << (channels == 1 ? "MonoGroup" : "StereoGroup") << " ;\n"
+            << "\tlv2:symbol " << TurtleString(input ? "main_in" : "main_out") << " ;\n"
+            << "\trdfs:label " << TurtleString(input ? "Input" : "Output") << " .\n\n";
+    }
 }
 
 std::string PluginName(const ZORPluginMetaClass& metaClass, std::int32_t channels) {
@@ -108,6 +130,8 @@ void WriteAudioPorts(std::ostringstream& out, const Lv2PortLayout& layout) {
             port.Add("lv2:index " + std::to_string(index));
             port.Add("lv2:symbol " + TurtleString(names.symbol));
             port.Add("lv2:name " + TurtleString(names.name));
+            port.Add("pg:group " + TurtleUri(GroupUri(layout.Channels(), input)));
+            port.Add(std::string("lv2:designation ") + names.channel);
         }
     }
 }
@@ -128,12 +152,13 @@ void WriteParameterPort(std::ostringstream& out, const ZORPluginMetaClass& metaC
     std::string units;
     metaClass.GetUnits(units, info.index);
 
+    const bool input = Lv2ControlInputs::IsHostInput(info);
     PortWriter port(out, false);
-    port.Add("a lv2:InputPort , lv2:ControlPort");
+    port.Add(std::string("a lv2:") + (input ? "InputPort" : "OutputPort") + " , lv2:ControlPort");
     port.Add("lv2:index " + std::to_string(layout.Parameter(info.index)));
     port.Add("lv2:symbol " + TurtleString(info.name));
     port.Add("lv2:name " + TurtleString(ParameterName(metaClass, info, config)));
-    port.Add("lv2:default " + TurtleDecimal(info.defaultValue));
+    if (input) port.Add("lv2:default " + TurtleDecimal(info.defaultValue));
     port.Add("lv2:minimum " + TurtleDecimal(info.min));
     port.Add("lv2:maximum " + TurtleDecimal(info.max));
     if (units == "Hz") port.Add("units:unit units:hz");
@@ -146,7 +171,6 @@ void WriteParameterPort(std::ostringstream& out, const ZORPluginMetaClass& metaC
         const auto steps = static_cast<long>((info.max - info.min) / info.step + 0.5f) + 1;
         port.Add("pprops:rangeSteps " + std::to_string(steps));
     }
-    if (!info.automatable) port.Add("lv2:portProperty pprops:notAutomatic");
     // A parameter that this layout or the editor leaves unnamed is no control for a user.
     if (displayed == kNotApplicableName || displayed == kUnnamedParameter) {
         port.Add("lv2:portProperty pprops:notOnGUI");
@@ -206,17 +230,43 @@ void WritePlugin(std::ostringstream& out, const ZORPluginMetaClass& metaClass,
                  std::int32_t channels) {
     const Lv2PortLayout layout(channels, metaClass.GetParameterCount());
     out << TurtleUri(Lv2PluginUri(channels)) << "\n"
-        << "\ta lv2:Plugin , lv2:ParaEQPlugin ;\n"
+        << "\ta lv2:Plugin , lv2:ParaEQPlugin , doap:Project ;\n"
         << "\tdoap:name " << TurtleString(PluginName(metaClass, channels)) << " ;\n"
-        << "\tdoap:maintainer [ foaf:name " << TurtleString(kMakerName) << " ] ;\n"
+        << "\tdoap:maintainer [ a foaf:Person ; foaf:name " << TurtleString(kMakerName) << " ] ;\n"
+        << "\tdoap:license " << TurtleUri(kLv2LicenseUri) << " ;\n"
         << "\trdfs:comment " << TurtleString(kPluginComment) << " ;\n"
-        << "\tlv2:optionalFeature urid:map , log:log , work:schedule , opts:options ;\n"
+        << "\tlv2:optionalFeature lv2:hardRTCapable , urid:map , log:log , work:schedule ,"
+           " opts:options ;\n"
         << "\topts:supportedOption bufsz:maxBlockLength ;\n"
-        << "\tlv2:extensionData state:interface , work:interface ;\n";
+        << "\tlv2:extensionData state:interface , work:interface ;\n"
+        << "\tpg:mainInput " << TurtleUri(GroupUri(channels, true)) << " ;\n"
+        << "\tpg:mainOutput " << TurtleUri(GroupUri(channels, false)) << " ;\n";
     WriteAudioPorts(out, layout);
     WriteControlPorts(out, metaClass, layout);
     WriteOutputPorts(out, metaClass, layout);
     out << " .\n\n";
+    WriteGroups(out, channels);
+}
+
+// The keys of the plug-in's state, and the licence its description names.
+void WriteVocabulary(std::ostringstream& out, const ZORPluginMetaClass& metaClass) {
+    out << TurtleUri(kLv2SettingsKeyUri) << "\n"
+        << "\ta rdf:Property ;\n"
+        << "\trdfs:label \"settings\" ;\n"
+        << "\trdfs:comment \"The settings document: the filters, the trims and the view options, "
+           "as the product's session chunk and settings files hold them.\" ;\n"
+        << "\trdfs:range atom:String .\n\n"
+        << TurtleUri(kLv2PortValuesKeyUri) << "\n"
+        << "\ta rdf:Property ;\n"
+        << "\trdfs:label \"port values\" ;\n"
+        << "\trdfs:comment \"The values each control port may show for the saved settings without "
+           "acting, one line per value: the port's symbol and the value.\" ;\n"
+        << "\trdfs:range atom:String .\n\n"
+        << TurtleUri(kLv2LicenseUri) << "\n"
+        << "\trdfs:label " << TurtleString(metaClass.GetProductName() + " licence") << " ;\n"
+        << "\trdfs:comment "
+        << TurtleString("Copyright (c) " + metaClass.GetCopyright() + ". All rights reserved.")
+        << " .\n\n";
 }
 
 }  // namespace
@@ -228,6 +278,8 @@ std::string Lv2ManifestTurtle(const std::string& binaryName,
     for (const std::int32_t channels : ChannelLayouts()) {
         out << TurtleUri(Lv2PluginUri(channels)) << "\n"
             << "\ta lv2:Plugin ;\n"
+            << "\tlv2:minorVersion " << kLv2MinorVersion << " ;\n"
+            << "\tlv2:microVersion " << kLv2MicroVersion << " ;\n"
             << "\tlv2:binary " << TurtleUri(binaryName) << " ;\n"
             << "\trdfs:seeAlso " << TurtleUri(kLv2PluginsFile) << " .\n\n";
     }
@@ -247,21 +299,32 @@ std::string Lv2PluginsTurtle(const ZORPluginMetaClass& metaClass) {
     out << kPrefixes;
     for (const std::int32_t channels : ChannelLayouts())
         WritePlugin(out, metaClass, channels);
+    WriteVocabulary(out, metaClass);
     return out.str();
 }
 
-std::string Lv2PresetsTurtle(const std::vector<Lv2FactoryProgram>& programs) {
+std::string Lv2PresetsTurtle(const std::vector<Lv2FactoryProgram>& programs,
+                             const Lv2ProgramPortValues& portValues) {
     std::ostringstream out;
     out << kPrefixes;
     for (const std::int32_t channels : ChannelLayouts()) {
         for (const Lv2FactoryProgram& program : programs) {
+            const std::vector<Lv2PortValue> values = portValues(channels, program);
             out << TurtleUri(Lv2PresetUri(channels, program.number)) << "\n"
                 << "\ta pset:Preset ;\n"
                 << "\tlv2:appliesTo " << TurtleUri(Lv2PluginUri(channels)) << " ;\n"
-                << "\trdfs:label " << TurtleString(program.name) << " ;\n"
-                << "\tstate:state [\n"
+                << "\trdfs:label " << TurtleString(program.name) << " ;\n";
+            for (std::size_t i = 0; i < values.size(); ++i) {
+                out << (i == 0 ? "\tlv2:port [\n" : " , [\n") << "\t\tlv2:symbol "
+                    << TurtleString(values[i].symbol) << " ;\n"
+                    << "\t\tpset:value " << TurtleDecimal(values[i].value) << "\n\t]";
+            }
+            if (!values.empty()) out << " ;\n";
+            out << "\tstate:state [\n"
                 << "\t\t" << TurtleUri(kLv2SettingsKeyUri) << " "
-                << TurtleLongString(program.settings) << "\n"
+                << TurtleLongString(program.settings) << " ;\n"
+                << "\t\t" << TurtleUri(kLv2PortValuesKeyUri) << " "
+                << TurtleLongString(Lv2PortRecordText(values)) << "\n"
                 << "\t] .\n\n";
         }
     }

@@ -18,6 +18,7 @@ Lv2Log::Lv2Log(std::string productName, LV2_Log_Log* log, LV2_URID_Map* map)
 
 void Lv2Log::ShowError(std::string_view first, std::string_view second, std::string_view third,
                        std::int32_t kind) {
+    shown_.fetch_add(1, std::memory_order_relaxed);
     std::ostringstream line;
     StreamErrorMessageService(line).ShowError(first, second, third, kind);
     std::string text = std::move(line).str();

@@ -3,6 +3,8 @@
 #include <lv2/log/log.h>
 #include <lv2/urid/urid.h>
 
+#include <atomic>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -26,7 +28,11 @@ class Lv2Log final : public ErrorMessageService {
     // Any thread but audio (allocates). A problem of the LV2 layer itself, as one error line.
     void Error(std::string_view text) noexcept;
 
+    // Any thread. The core's messages so far: a load that adds one was refused.
+    std::uint32_t ErrorCount() const noexcept { return shown_.load(std::memory_order_relaxed); }
+
   private:
+    std::atomic<std::uint32_t> shown_{0};
     std::string productName_;
     LV2_Log_Log* log_ = nullptr;
     LV2_URID errorType_ = 0;

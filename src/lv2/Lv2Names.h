@@ -18,6 +18,19 @@ inline constexpr const char* kLv2StereoPluginUri = "https://vorix.invalid/plugin
 inline constexpr const char* kLv2MonoPluginUri = "https://vorix.invalid/plugins/vorix#mono";
 // The state key whose value is the settings document, the text of the host chunk.
 inline constexpr const char* kLv2SettingsKeyUri = "https://vorix.invalid/plugins/vorix#settings";
+// The state key whose value is the port record: the values the host's control ports showed when
+// the state was saved, which the ports may show again after a restore without acting.
+inline constexpr const char* kLv2PortValuesKeyUri = "https://vorix.invalid/plugins/vorix#ports";
+
+// The licence the plug-ins' description names.
+inline constexpr const char* kLv2LicenseUri = "https://vorix.invalid/plugins/vorix#license";
+
+// The version of both plug-ins, as LV2 counts it: the minor number grows with every change of the
+// ports that a host must know of (a port added, moved or turned around), the micro number with
+// every other release; odd numbers mark development builds. 2.0: the first release that states
+// a version, with the session counter as an output and the ports in stereo or mono groups.
+inline constexpr int kLv2MinorVersion = 2;
+inline constexpr int kLv2MicroVersion = 0;
 
 // The plug-ins in the order of the module's descriptor indices: stereo first, as the product
 // lists its channel pairs.

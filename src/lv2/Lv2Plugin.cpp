@@ -6,6 +6,7 @@
 #include <lv2/atom/atom.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <mutex>
@@ -50,8 +51,10 @@ Lv2Plugin::Lv2Plugin(std::int32_t channels, double sampleRate, const Lv2HostFeat
       worker_(features.worker) {
     if (features.map != nullptr) {
         settingsKey_ = features.map->map(features.map->handle, kLv2SettingsKeyUri);
+        portValuesKey_ = features.map->map(features.map->handle, kLv2PortValuesKeyUri);
         stringType_ = features.map->map(features.map->handle, LV2_ATOM__String);
     }
+    parameterOutputs_.assign(static_cast<std::size_t>(layout_.Parameters()), nullptr);
     std::vector<ZORMeterInfo> meters;
     metaClass_.get()->GetMeterNames(ConfigOf(channels), meters);
     for (std::size_t c = 0; c < meters.size() && c < meterIds_.size(); ++c)
@@ -86,7 +89,11 @@ void Lv2Plugin::ConnectPort(std::uint32_t index, void* data) noexcept {
             outputs_[number] = buffer;
             break;
         case Lv2PortRole::Parameter:
-            controls_.Connect(slot.number, buffer);
+            if (Lv2ControlInputs::IsHostInput(*metaClass_.get()->GetParameterInfo(slot.number))) {
+                controls_.Connect(slot.number, buffer);
+            } else {
+                parameterOutputs_[number] = buffer;
+            }
             break;
         case Lv2PortRole::Enabled:
             enabled_ = buffer;
@@ -135,12 +142,21 @@ void Lv2Plugin::ApplyParameter(std::int32_t index, float value) noexcept {
     }
 }
 
+// Without a worker the change is made here, if the engine is free at once; if a state save
+// holds it, the port is offered again at the next run(), as when a worker's queue is full. So
+// run() never waits, with a worker or without.
 bool Lv2Plugin::DeferParameter(std::int32_t index, float value) noexcept {
     if (worker_ == nullptr) {
-        ApplyUnderLock(index, value);
+        std::unique_lock lock(engineMutex_, std::try_to_lock);
+        if (!lock.owns_lock()) return false;
+        try {
+            core_->SetParameterByIndex(index, value);
+        } catch (...) {
+            // The trims' path does not throw; should it, the trim stays where it was.
+        }
         return true;
     }
-    const Lv2ParameterChange change{index, value};
+    const Lv2ParameterChange change{index, value, restoreCount_.load(std::memory_order_relaxed)};
     return worker_->schedule_work(worker_->handle, sizeof change, &change) == LV2_WORKER_SUCCESS;
 }
 
@@ -148,22 +164,24 @@ LV2_Worker_Status Lv2Plugin::Work(std::uint32_t size, const void* data) noexcept
     if (data == nullptr || size != sizeof(Lv2ParameterChange)) return LV2_WORKER_ERR_UNKNOWN;
     Lv2ParameterChange change{};
     std::memcpy(&change, data, sizeof change);
-    ApplyUnderLock(change.index, change.value);
-    return LV2_WORKER_SUCCESS;
-}
-
-void Lv2Plugin::ApplyUnderLock(std::int32_t index, float value) noexcept {
     try {
         const std::lock_guard lock(engineMutex_);
-        core_->SetParameterByIndex(index, value);
+        // A state restored since run() handed this over replaced the engine's settings; the
+        // port's value before it is no longer news.
+        if (change.restoreCount != restoreCount_.load(std::memory_order_relaxed)) {
+            return LV2_WORKER_SUCCESS;
+        }
+        core_->SetParameterByIndex(change.index, controls_.Clamp(change.index, change.value));
     } catch (...) {
         log_.Error(kParameterNotApplied);
     }
+    return LV2_WORKER_SUCCESS;
 }
 
-std::int32_t Lv2Plugin::BypassMode() const noexcept {
-    const bool enabled = enabled_ == nullptr || *enabled_ > 0.5f;
-    return enabled ? kBypassModeActive : kBypassModeEngineKept;
+// A switch that is not a number keeps its last position.
+std::int32_t Lv2Plugin::BypassMode() noexcept {
+    if (enabled_ != nullptr && !std::isnan(*enabled_)) enabledLast_ = *enabled_ > 0.5f;
+    return enabledLast_ ? kBypassModeActive : kBypassModeEngineKept;
 }
 
 void Lv2Plugin::WriteOutputPorts() noexcept {
@@ -172,6 +190,12 @@ void Lv2Plugin::WriteOutputPorts() noexcept {
         if (meters_[channel] != nullptr) {
             *meters_[channel] = MeterPortValue(core_->GetMeterValue(meterIds_[channel]));
         }
+    }
+    // The session counter, the one row that is an output, is an atomic load in the engine.
+    for (std::size_t index = 0; index < parameterOutputs_.size(); ++index) {
+        if (parameterOutputs_[index] == nullptr) continue;
+        *parameterOutputs_[index] =
+            static_cast<float>(core_->GetParameterByIndex(static_cast<std::int32_t>(index)));
     }
     if (latency_ != nullptr) *latency_ = static_cast<float>(platform_.GetInitialDelay());
 }

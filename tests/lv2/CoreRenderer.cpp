@@ -33,13 +33,20 @@ void CoreRenderer::Set(const std::vector<HostParameter>& parameters) {
             bypass_ = parameter.value > 0.5f ? kBypassModeActive : kBypassModeEngineKept;
             continue;
         }
-        int found = -1;
-        for (int index = 0; index < metaClass_.get()->GetParameterCount(); ++index) {
-            if (parameter.symbol == metaClass_.get()->GetParameterInfo(index)->name) found = index;
-        }
-        ASSERT_GE(found, 0) << parameter.symbol;
-        core_->SetParameterByIndex(found, parameter.value);
+        core_->SetParameterByIndex(IndexOf(parameter.symbol), parameter.value);
     }
+}
+
+float CoreRenderer::Get(const std::string& symbol) {
+    return static_cast<float>(core_->GetParameterByIndex(IndexOf(symbol)));
+}
+
+int CoreRenderer::IndexOf(const std::string& symbol) {
+    for (int index = 0; index < metaClass_.get()->GetParameterCount(); ++index) {
+        if (symbol == metaClass_.get()->GetParameterInfo(index)->name) return index;
+    }
+    ADD_FAILURE() << "no parameter " << symbol;
+    return -1;
 }
 
 void CoreRenderer::SetProgram(int number) {

@@ -25,6 +25,8 @@ class CoreRenderer {
     // Host parameters in the order given; "enabled" is the master bypass.
     void Set(const std::vector<HostParameter>& parameters);
     void SetProgram(int number);
+    // What the engine holds for a host parameter, as the core reports it.
+    float Get(const std::string& symbol);
 
     // Runs the signal in calls of `block` frames; `beforeBlock(n)` may act before call n.
     template <typename BeforeBlock>
@@ -48,10 +50,11 @@ class CoreRenderer {
     }
 
   private:
+    int IndexOf(const std::string& symbol);
+
     MetaClassReference metaClass_;
     std::unique_ptr<PluginCore> core_;
     int bypass_ = 0;
 };
-
 
 }  // namespace vorix::test

@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <sstream>
 #include <string>
 
@@ -84,8 +85,8 @@ class Lv2Apply : public ::testing::TestWithParam<int> {
         const std::string in = (folder / "in.wav").string();
         const std::string out = (folder / "vorix.wav").string();
         WriteFloatWav(in, input);
-        std::vector<std::string> args{"render", in,      out,     "--block",
-                                      std::to_string(kLv2ApplyBlock), "--float", "--quiet"};
+        std::vector<std::string> args{
+            "render", in, out, "--block", std::to_string(kLv2ApplyBlock), "--float", "--quiet"};
         for (const HostParameter& p : set) {
             args.push_back("--set");
             args.push_back(p.symbol + "=" + std::to_string(p.value));
@@ -112,6 +113,19 @@ TEST_P(Lv2Apply, RendersBitIdenticalToTheCommandLineToolWithTheSameHostParameter
         EXPECT_EQ(out, RenderWithVorix(input, set));
         EXPECT_NE(out, input);
     }
+}
+
+// "lv2apply -c prmControl_1_Freq -5" sounds as filter control B at the bottom of its range, and
+// an infinite gain and trim as the tops and bottoms of theirs.
+TEST_P(Lv2Apply, HoldsValuesBeyondTheRangeToItsEnds) {
+    const Audio input = TestSignal(GetParam(), kRate / 5, kRate);
+    const float inf = std::numeric_limits<float>::infinity();
+    const Audio out = RenderWithLv2Apply(
+        input, {{"prmControl_1_Freq", -5.0f}, {"prmControl_1_Gain", inf}, {"prmLeftGain", -inf}});
+    ASSERT_EQ(out.size(), input.size());
+    EXPECT_EQ(out, RenderWithVorix(input, {{"prmControl_1_Freq", 16.0f},
+                                           {"prmControl_1_Gain", 18.0f},
+                                           {"prmLeftGain", -24.0f}}));
 }
 
 INSTANTIATE_TEST_SUITE_P(MonoAndStereo, Lv2Apply, ::testing::Values(1, 2),

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <lv2/core/lv2.h>
+#include <lv2/port-groups/port-groups.h>
 #include <lv2/port-props/port-props.h>
 #include <lv2/presets/presets.h>
 #include <lv2/units/units.h>
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "Lv2TestHost.h"
 #include "host/ZORVorixMetaClass.h"
@@ -70,7 +72,10 @@ class Lv2PluginDescription : public ::testing::TestWithParam<int> {
     }
 };
 
-TEST_P(Lv2PluginDescription, ListsTheParameterTableAsControlInputsInTableOrder) {
+// The automatable rows are the host's controls; the session counter, which nobody may automate,
+// is the engine's to show. A host keeps automation data for every control input, and refuses it
+// on reload for one marked not automatic, so no input carries that mark.
+TEST_P(Lv2PluginDescription, ListsTheParameterTableInTableOrderWithTheCounterAsAnOutput) {
     ASSERT_NE(plugin, nullptr);
     uint32_t previous = 0;
     for (int index = 0; index < table.GetParameterCount(); ++index) {
@@ -78,14 +83,19 @@ TEST_P(Lv2PluginDescription, ListsTheParameterTableAsControlInputsInTableOrder) 
         const LilvPort* port = PortOf(info.name);
         ASSERT_NE(port, nullptr) << info.name;
         EXPECT_TRUE(lilv_port_is_a(plugin, port, Node(LV2_CORE__ControlPort)));
-        EXPECT_TRUE(lilv_port_is_a(plugin, port, Node(LV2_CORE__InputPort)));
+        EXPECT_EQ(lilv_port_is_a(plugin, port, Node(LV2_CORE__InputPort)), info.automatable)
+            << info.name;
+        EXPECT_EQ(lilv_port_is_a(plugin, port, Node(LV2_CORE__OutputPort)), !info.automatable)
+            << info.name;
         const uint32_t position = lilv_port_get_index(plugin, port);
         EXPECT_TRUE(index == 0 || position == previous + 1) << info.name;
         previous = position;
 
         LilvNode *def = nullptr, *min = nullptr, *max = nullptr;
         lilv_port_get_range(plugin, port, &def, &min, &max);
-        EXPECT_EQ(lilv_node_as_float(def), info.defaultValue) << info.name;
+        if (info.automatable) {
+            EXPECT_EQ(lilv_node_as_float(def), info.defaultValue) << info.name;
+        }
         EXPECT_EQ(lilv_node_as_float(min), info.min) << info.name;
         EXPECT_EQ(lilv_node_as_float(max), info.max) << info.name;
         lilv_node_free(def);
@@ -97,6 +107,47 @@ TEST_P(Lv2PluginDescription, ListsTheParameterTableAsControlInputsInTableOrder) 
                   frequency);
         EXPECT_EQ(HasValue(port, LV2_UNITS__unit, LV2_UNITS__hz), info.units == "Hz") << info.name;
         EXPECT_EQ(HasValue(port, LV2_UNITS__unit, LV2_UNITS__db), info.units == "dB") << info.name;
+    }
+    for (uint32_t i = 0; i < lilv_plugin_get_num_ports(plugin); ++i) {
+        const LilvPort* port = lilv_plugin_get_port_by_index(plugin, i);
+        if (!lilv_port_is_a(plugin, port, Node(LV2_CORE__InputPort))) continue;
+        EXPECT_FALSE(lilv_port_has_property(plugin, port, Node(LV2_PORT_PROPS__notAutomatic)))
+            << "port " << i;
+    }
+}
+
+// Hosts that place channels by group see a stereo pair (left, right) or one mono channel on
+// each side, and the two sides as the plug-in's main input and output.
+TEST_P(Lv2PluginDescription, GroupsItsAudioPortsAsTheMainStereoOrMonoPair) {
+    LilvWorld* world = Lv2Bundle::Get().World();
+    const bool stereo = GetParam() == 2;
+    const std::vector<const char*> channels =
+        stereo ? std::vector<const char*>{LV2_PORT_GROUPS__left, LV2_PORT_GROUPS__right}
+               : std::vector<const char*>{LV2_PORT_GROUPS__center};
+    for (const bool input : {true, false}) {
+        LilvNodes* mains = lilv_plugin_get_value(
+            plugin, Node(input ? LV2_PORT_GROUPS__mainInput : LV2_PORT_GROUPS__mainOutput));
+        ASSERT_EQ(lilv_nodes_size(mains), 1u);
+        const LilvNode* group = lilv_nodes_get_first(mains);
+        EXPECT_TRUE(lilv_world_ask(
+            world, group, Node(LILV_NS_RDF "type"),
+            Node(stereo ? LV2_PORT_GROUPS__StereoGroup : LV2_PORT_GROUPS__MonoGroup)));
+        std::vector<std::string> designations;
+        for (uint32_t i = 0; i < lilv_plugin_get_num_ports(plugin); ++i) {
+            const LilvPort* port = lilv_plugin_get_port_by_index(plugin, i);
+            if (!lilv_port_is_a(plugin, port, Node(LV2_CORE__AudioPort)) ||
+                !lilv_port_is_a(plugin, port,
+                                Node(input ? LV2_CORE__InputPort : LV2_CORE__OutputPort))) {
+                continue;
+            }
+            EXPECT_TRUE(HasValue(port, LV2_PORT_GROUPS__group, lilv_node_as_uri(group)));
+            LilvNodes* designation = lilv_port_get_value(plugin, port, Node(LV2_CORE__designation));
+            if (lilv_nodes_size(designation) == 1)
+                designations.emplace_back(lilv_node_as_uri(lilv_nodes_get_first(designation)));
+            lilv_nodes_free(designation);
+        }
+        EXPECT_EQ(designations, std::vector<std::string>(channels.begin(), channels.end()));
+        lilv_nodes_free(mains);
     }
 }
 

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <deque>
+#include <limits>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -51,6 +54,37 @@ TEST_P(Lv2PluginRun, ControlChangesMidStreamSoundAsInTheCore) {
     EXPECT_TRUE(plugin.LogLines().empty());
 }
 
+// What a host or lv2apply may send beyond a parameter's range, infinities included, sounds as
+// the range's end does in the core, where the host's controls hold every value to its range; a
+// NaN moves nothing, the enable switch included. The audio stays finite throughout.
+TEST_P(Lv2PluginRun, ValuesBeyondTheRangeSoundAsItsEndsAndANaNMovesNothing) {
+    constexpr float kInf = std::numeric_limits<float>::infinity();
+    constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+    const Moves sent = {
+        {0,
+         {{"prmControl_1_Freq", -5.0f}, {"prmControl_1_Gain", kInf}, {"prmControl_1_Poly", -kInf}}},
+        {4,
+         {{"prmControl_2_Freq", 1e30f},
+          {"prmControl_0_Gain", -1e9f},
+          {"prmControl_2_Gain", kNaN},
+          {"prmLeftGain", -kInf}}},
+        {9, {{"prmControl_1_Freq", kNaN}, {"enabled", kNaN}}},
+        {11, {{"prmControl_1_Freq", 30000.0f}}}};
+    const Moves held = {
+        {0,
+         {{"prmControl_1_Freq", 16.0f}, {"prmControl_1_Gain", 18.0f}, {"prmControl_1_Poly", 0.0f}}},
+        {4, {{"prmControl_2_Freq", 20000.0f}, {"prmControl_0_Gain", -18.0f}}},
+        {5, {{"prmLeftGain", -24.0f}}},  // through the worker, a block later
+        {11, {{"prmControl_1_Freq", 20000.0f}}}};
+    Lv2TestInstance plugin(GetParam());
+    const Audio out = RunPlugin(plugin, sent);
+    EXPECT_EQ(out, RunCore(held));
+    for (const auto& channel : out) {
+        EXPECT_TRUE(std::all_of(channel.begin(), channel.end(),
+                                [](float sample) { return std::isfinite(sample); }));
+    }
+}
+
 TEST_P(Lv2PluginRun, ATrimReachesTheEngineThroughTheWorkerByTheNextBlock) {
     Lv2TestInstance plugin(GetParam());
     EXPECT_EQ(RunPlugin(plugin, {{3, {{"prmLeftGain", 6.0f}}}}),
@@ -86,21 +120,24 @@ TEST_P(Lv2PluginRun, MetersShowTheOutputPeakAndAnOverAsFullScale) {
     EXPECT_EQ(plugin.Get("latency"), 0.0f);
 }
 
+// Also in a host without a worker, where run() applies the trim itself.
 TEST_P(Lv2PluginRun, RunAllocatesNothingAlsoWhenControlsMove) {
     if (!AllocationCounter::Available()) GTEST_SKIP() << "no allocation hook in this build";
-    Lv2TestInstance plugin(GetParam());
-    plugin.Process(Signal(), kBlock);
-    const auto allocationsOfOneRun = [&] {
-        AllocationCounter counter;
-        plugin.RunOnce(kBlock);
-        return counter.Count();
-    };
-    EXPECT_EQ(allocationsOfOneRun(), 0u);
-    for (const char* symbol : {"prmControl_0_Freq", "prmControl_1_Gain", "prmLeftGain"})
-        plugin.Set(symbol, 3.0f);
-    plugin.Set("enabled", 0.0f);
-    EXPECT_EQ(allocationsOfOneRun(), 0u);
-    EXPECT_EQ(plugin.QueuedWork(), 1u);  // the trim, for the worker
+    for (const bool worker : {true, false}) {
+        Lv2TestInstance plugin(GetParam(), 48000.0, {.worker = worker});
+        plugin.Process(Signal(), kBlock);
+        const auto allocationsOfOneRun = [&] {
+            AllocationCounter counter;
+            plugin.RunOnce(kBlock);
+            return counter.Count();
+        };
+        EXPECT_EQ(allocationsOfOneRun(), 0u);
+        for (const char* symbol : {"prmControl_0_Freq", "prmControl_1_Gain", "prmLeftGain"})
+            plugin.Set(symbol, 3.0f);
+        plugin.Set("enabled", 0.0f);
+        EXPECT_EQ(allocationsOfOneRun(), 0u) << "worker " << worker;
+        EXPECT_EQ(plugin.QueuedWork(), worker ? 1u : 0u);  // the trim, for the worker
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(MonoAndStereo, Lv2PluginRun, ::testing::Values(1, 2),

@@ -5,10 +5,12 @@
 #include <lv2/buf-size/buf-size.h>
 #include <lv2/core/lv2.h>
 #include <lv2/state/state.h>
+#include <lv2/urid/urid.h>
 
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <numbers>
 
@@ -81,6 +83,10 @@ Lv2TestInstance::Lv2TestInstance(int channels, double rate, Lv2HostOptions optio
     map_ = {this, [](LV2_URID_Map_Handle self, const char* uri) {
                 return static_cast<Lv2TestInstance*>(self)->Map(uri);
             }};
+    unmap_ = {this, [](LV2_URID_Unmap_Handle self, LV2_URID urid) -> const char* {
+                  const auto& uris = static_cast<Lv2TestInstance*>(self)->uris_;
+                  return urid >= 1 && urid <= uris.size() ? uris[urid - 1].c_str() : nullptr;
+              }};
     log_ = {&logLines_, LogPrintf, LogVprintf};
     schedule_ = {this, [](LV2_Worker_Schedule_Handle handle, uint32_t size, const void* data) {
                      auto* self = static_cast<Lv2TestInstance*>(handle);
@@ -95,7 +101,9 @@ Lv2TestInstance::Lv2TestInstance(int channels, double rate, Lv2HostOptions optio
     options_ = {{LV2_OPTIONS_INSTANCE, 0, Map(LV2_BUF_SIZE__maxBlockLength), sizeof maxBlock_,
                  Map(LV2_ATOM__Int), &maxBlock_},
                 {LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr}};
-    featureStore_ = {{LV2_URID__map, &map_}, {LV2_OPTIONS__options, options_.data()}};
+    featureStore_ = {{LV2_URID__map, &map_},
+                     {LV2_URID__unmap, &unmap_},
+                     {LV2_OPTIONS__options, options_.data()}};
     if (options.log) featureStore_.push_back({LV2_LOG__log, &log_});
     if (options.worker) featureStore_.push_back({LV2_WORKER__schedule, &schedule_});
     for (const LV2_Feature& feature : featureStore_)
@@ -163,6 +171,7 @@ std::vector<Lv2TestInstance::Work> Lv2TestInstance::TakeQueuedWork() {
 }
 
 void Lv2TestInstance::DoWork(const Work& work) {
+    ++workDone_;
     const auto* worker = static_cast<const LV2_Worker_Interface*>(Extension(LV2_WORKER__interface));
     worker->work(lilv_instance_get_handle(instance_), nullptr, nullptr, work.size,
                  work.bytes.data());
@@ -173,16 +182,24 @@ void Lv2TestInstance::Reactivate() {
     lilv_instance_activate(instance_);
 }
 
-std::string Lv2TestInstance::SaveSettingsValue() {
+std::map<std::string, std::string> Lv2TestInstance::SaveStateValues() {
     const auto* state = static_cast<const LV2_State_Interface*>(Extension(LV2_STATE__interface));
-    std::string value;
-    const auto store = [](LV2_State_Handle handle, uint32_t, const void* data, size_t size,
+    struct Store {
+        Lv2TestInstance* self;
+        std::map<std::string, std::string> values;
+    } stored{this, {}};
+    const auto store = [](LV2_State_Handle handle, uint32_t key, const void* data, size_t size,
                           uint32_t, uint32_t) {
-        static_cast<std::string*>(handle)->assign(static_cast<const char*>(data), size);
+        auto* into = static_cast<Store*>(handle);
+        into->values[into->self->uris_[key - 1]].assign(static_cast<const char*>(data), size);
         return LV2_STATE_SUCCESS;
     };
-    state->save(lilv_instance_get_handle(instance_), store, &value, 0, features_.data());
-    return value;
+    state->save(lilv_instance_get_handle(instance_), store, &stored, 0, features_.data());
+    return stored.values;
+}
+
+std::string Lv2TestInstance::SaveSettingsValue() {
+    return SaveStateValues()[kLv2SettingsKeyUri];
 }
 
 int Lv2TestInstance::RestoreSettingsValue(const std::string& value, const char* typeUri) {
@@ -203,14 +220,109 @@ int Lv2TestInstance::RestoreSettingsValue(const std::string& value, const char* 
                           features_.data());
 }
 
-void Lv2TestInstance::LoadPreset(const std::string& uri) {
+void Lv2TestInstance::SetPortValue(const char* symbol, void* self, const void* value, uint32_t size,
+                                   uint32_t type) {
+    auto* instance = static_cast<Lv2TestInstance*>(self);
+    ASSERT_EQ(type, instance->Map(LV2_ATOM__Float)) << symbol;
+    ASSERT_EQ(size, sizeof(float)) << symbol;
+    float number = *static_cast<const float*>(value);
+    if (instance->portDigits_ > 0) {
+        std::array<char, 64> text{};
+        std::snprintf(text.data(), text.size(), "%.*g", instance->portDigits_,
+                      static_cast<double>(number));
+        number = std::strtof(text.data(), nullptr);
+    }
+    instance->Set(symbol, number);
+}
+
+void Lv2TestInstance::LoadPreset(const std::string& uri, bool ports) {
     LilvWorld* world = Lv2Bundle::Get().World();
     const LilvNode* preset = Lv2Bundle::Get().Node(uri);
     lilv_world_load_resource(world, preset);
     LilvState* state = lilv_state_new_from_world(world, &map_, preset);
     ASSERT_NE(state, nullptr) << uri;
+    portDigits_ = 0;
+    lilv_state_restore(state, instance_, ports ? SetPortValue : nullptr, this, 0, features_.data());
+    lilv_state_free(state);
+}
+
+std::string Lv2TestInstance::SaveSession() {
+    const auto value = [](const char* symbol, void* self, uint32_t* size,
+                          uint32_t* type) -> const void* {
+        auto* instance = static_cast<Lv2TestInstance*>(self);
+        *size = sizeof(float);
+        *type = instance->Map(LV2_ATOM__Float);
+        return &instance->controls_[instance->PortIndex(symbol)];
+    };
+    LilvState* state =
+        lilv_state_new_from_instance(plugin_, instance_, &map_, nullptr, nullptr, nullptr, nullptr,
+                                     value, this, 0, features_.data());
+    char* text = lilv_state_to_string(Lv2Bundle::Get().World(), &map_, &unmap_, state,
+                                      "urn:vorix:test:session", nullptr);
+    std::string session = text != nullptr ? text : "";
+    lilv_free(text);
+    lilv_state_free(state);
+    return session;
+}
+
+LilvState* Lv2TestInstance::ReadSession(const std::string& session) {
+    LilvState* state = lilv_state_new_from_string(Lv2Bundle::Get().World(), &map_, session.c_str());
+    EXPECT_NE(state, nullptr) << session;
+    return state;
+}
+
+void Lv2TestInstance::RestoreSessionState(const std::string& session) {
+    LilvState* state = ReadSession(session);
     lilv_state_restore(state, instance_, nullptr, nullptr, 0, features_.data());
     lilv_state_free(state);
+}
+
+void Lv2TestInstance::RestoreSessionPorts(const std::string& session, int digits) {
+    LilvState* state = ReadSession(session);
+    portDigits_ = digits;
+    lilv_state_emit_port_values(state, SetPortValue, this);
+    portDigits_ = 0;
+    lilv_state_free(state);
+}
+
+namespace {
+
+std::map<std::string, float> PortValuesIn(const LilvState* state) {
+    std::map<std::string, float> values;
+    if (state == nullptr) return values;
+    lilv_state_emit_port_values(
+        state,
+        [](const char* symbol, void* into, const void* value, uint32_t, uint32_t) {
+            (*static_cast<std::map<std::string, float>*>(into))[symbol] =
+                *static_cast<const float*>(value);
+        },
+        &values);
+    return values;
+}
+
+}  // namespace
+
+std::map<std::string, float> Lv2TestInstance::PortValuesOf(const std::string& session) {
+    LilvState* state = ReadSession(session);
+    std::map<std::string, float> values = PortValuesIn(state);
+    lilv_state_free(state);
+    return values;
+}
+
+std::map<std::string, float> Lv2TestInstance::PresetPortValues(const std::string& uri) {
+    LilvWorld* world = Lv2Bundle::Get().World();
+    const LilvNode* preset = Lv2Bundle::Get().Node(uri);
+    lilv_world_load_resource(world, preset);
+    std::vector<std::string> uris;
+    LV2_URID_Map map{&uris, [](LV2_URID_Map_Handle handle, const char* text) {
+                         auto& known = *static_cast<std::vector<std::string>*>(handle);
+                         known.emplace_back(text);
+                         return static_cast<LV2_URID>(known.size());
+                     }};
+    LilvState* state = lilv_state_new_from_world(world, &map, preset);
+    std::map<std::string, float> values = PortValuesIn(state);
+    lilv_state_free(state);
+    return values;
 }
 
 }  // namespace vorix::test

@@ -77,20 +77,39 @@ class Lv2TestInstance {
     std::vector<Work> TakeQueuedWork();
     void DoWork(const Work& work);
     std::size_t QueuedWork() const { return queued_; }
+    std::size_t WorkDone() const { return workDone_; }
     // Deactivates and activates again, as a host does after a stop.
     void Reactivate();
 
-    // The plug-in's own state calls: the value stored under the settings key, and a restore
-    // from one value of the given type.
+    // The plug-in's own state calls: every value it stores, by key; the value stored under the
+    // settings key; and a restore from one settings value of the given type.
+    std::map<std::string, std::string> SaveStateValues();
     std::string SaveSettingsValue();
     int RestoreSettingsValue(const std::string& value, const char* typeUri);
-    // A preset as hosts load it: lilv reads it from the bundle and restores it.
-    void LoadPreset(const std::string& uri);
+    // A preset as hosts load it: lilv reads it from the bundle and restores it, with its port
+    // values when `ports` (as jalv does), without them as a host that ignores them.
+    void LoadPreset(const std::string& uri, bool ports = true);
+
+    // A session as a host keeps one: lilv's snapshot of the instance (its state and the values of
+    // its input control ports) written out as Turtle.
+    std::string SaveSession();
+    // The two halves of restoring such a session, for a test to run in either order: the
+    // plug-in's state through its state interface, and the port values into the ports. With
+    // `digits` above 0 the values arrive as a host that keeps that many significant digits
+    // writes them.
+    void RestoreSessionState(const std::string& session);
+    void RestoreSessionPorts(const std::string& session, int digits = 0);
+    // The port values a preset or session gives, by symbol.
+    std::map<std::string, float> PortValuesOf(const std::string& session);
+    static std::map<std::string, float> PresetPortValues(const std::string& uri);
 
     const std::vector<std::string>& LogLines() const { return logLines_; }
 
   private:
     LV2_URID Map(const char* uri);
+    LilvState* ReadSession(const std::string& session);
+    static void SetPortValue(const char* symbol, void* self, const void* value, uint32_t size,
+                             uint32_t type);
     void ConnectPorts();
     std::uint32_t PortIndex(const std::string& symbol) const;
     const void* Extension(const char* uri) const;
@@ -101,6 +120,8 @@ class Lv2TestInstance {
     LilvInstance* instance_ = nullptr;
     std::vector<std::string> uris_;
     LV2_URID_Map map_{};
+    LV2_URID_Unmap unmap_{};
+    int portDigits_ = 0;  // how a restore of port values rounds them
     LV2_Log_Log log_{};
     LV2_Worker_Schedule schedule_{};
     std::vector<LV2_Options_Option> options_;
@@ -109,6 +130,7 @@ class Lv2TestInstance {
     std::vector<std::string> logLines_;
     std::array<Work, 64> work_{};
     std::size_t queued_ = 0;
+    std::size_t workDone_ = 0;
     std::vector<float> controls_;            // one value per port; audio ports unused
     std::vector<std::vector<float>> audio_;  // inputs, then outputs
 };
