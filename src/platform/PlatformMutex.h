@@ -6,8 +6,9 @@ namespace vorix {
 
 // The platform's lock: what serialises the work of an instance that runs off the audio thread
 // (a plug-in format's worker, its state calls, a UI) on the parts of the engine that are
-// single-threaded, the message bus and the controls above all. A plain std::mutex; the audio
-// thread never takes it. It also meets the standard's Lockable requirements, so that
+// single-threaded, the message bus and the controls above all. A plain std::mutex. The audio
+// thread never waits for it: where a host offers no worker, the LV2 plug-in's run() only tries
+// it, once, and leaves a change it cannot apply for the next block. It also meets the standard's Lockable requirements, so that
 // std::lock_guard and std::unique_lock hold it for a scope.
 class PlatformMutex {
   public:
@@ -15,8 +16,9 @@ class PlatformMutex {
     PlatformMutex(const PlatformMutex&) = delete;
     PlatformMutex& operator=(const PlatformMutex&) = delete;
 
-    // Any thread but audio. With `tryOnly`, takes the lock only if it is free at once and answers
-    // whether it did; otherwise waits for it and answers true. Not re-entrant: a thread that holds
+    // With `tryOnly`, takes the lock only if it is free at once and answers whether it did (the
+    // one form the audio thread may use); otherwise, on any thread but audio, waits for it and
+    // answers true. Not re-entrant: a thread that holds
     // the lock must not take it again.
     bool Lock(bool tryOnly) {
         if (tryOnly) return mutex_.try_lock();

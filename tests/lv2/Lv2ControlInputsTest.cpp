@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "lv2/Lv2ControlInputs.h"
 #include "lv2/Lv2PortRecord.h"
 

@@ -15,7 +15,7 @@
 
 #include "CoreRenderer.h"
 #include "Lv2TestHost.h"
-#include "engine/ZORVorixMetaClass.h"
+#include "host/ZORVorixMetaClass.h"
 #include "lv2/Lv2Names.h"
 
 namespace vorix::test {
