@@ -15,7 +15,7 @@ OGWorld::OGWorld(const ImageResources& resources, std::int32_t resourceId)
 void OGWorld::SetBounds(const Rect& bounds) {
     const Rect present = GetBounds();
     if (bounds.Width() == present.Width() && bounds.Height() == present.Height()) return;
-    ReplaceImage(PixelImage(bounds.Width(), bounds.Height()));
+    ReplaceImage(BlankImage(bounds.Width(), bounds.Height()));
 }
 
 }  // namespace vorix

@@ -17,7 +17,8 @@ class OGWorld : public SoftwareContext {
     OGWorld(const ImageResources& resources, std::int32_t resourceId);
 
     // Makes the buffer the size of `bounds`. The same size changes nothing; any other gives a
-    // new black buffer, for the buffer is only scratch space and its pixels are not kept.
+    // new black buffer, for the buffer is only scratch space and its pixels are not kept. Raises
+    // AppFrame::ResAlloc when the new buffer cannot be allocated, and keeps the old one.
     void SetBounds(const Rect& bounds);
 };
 

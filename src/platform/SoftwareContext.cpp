@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 #include "framework/Exceptions.h"
@@ -59,7 +61,18 @@ bool OvalRow(const Rect& box, std::int32_t y, std::int32_t* left, std::int32_t* 
 SoftwareContext::SoftwareContext(std::int32_t width, std::int32_t height,
                                  const ImageResources* resources)
     : resources_(resources) {
-    ReplaceImage(PixelImage(width, height));
+    ReplaceImage(BlankImage(width, height));
+}
+
+PixelImage SoftwareContext::BlankImage(std::int32_t width, std::int32_t height) {
+    if (width > kMaxSide || height > kMaxSide) VORIX_THROW(AppFrame::ResAlloc);
+    try {
+        return PixelImage(width, height);
+    } catch (const std::bad_alloc&) {
+        VORIX_THROW(AppFrame::ResAlloc);
+    } catch (const std::length_error&) {
+        VORIX_THROW(AppFrame::ResAlloc);
+    }
 }
 
 SoftwareContext::~SoftwareContext() = default;

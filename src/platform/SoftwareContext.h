@@ -36,9 +36,12 @@ class SoftwareContext : public DrawContext {
   public:
     static constexpr std::int32_t kNormalFont = 0;
     static constexpr std::int32_t kSmallFont = 1;
+    // The widest and tallest surface: drawing coordinates reach no farther in 16 bits.
+    static constexpr std::int32_t kMaxSide = 32767;
 
     // A black surface of the given size. `resources` (not owned, may be null) provides the
-    // images of DrawResource.
+    // images of DrawResource. Raises AppFrame::ResAlloc for a side beyond kMaxSide or when the
+    // pixels cannot be allocated.
     SoftwareContext(std::int32_t width, std::int32_t height,
                     const ImageResources* resources = nullptr);
     ~SoftwareContext() override;
@@ -109,6 +112,8 @@ class SoftwareContext : public DrawContext {
   protected:
     // Editor thread. New pixels and size; the clip becomes the whole surface.
     void ReplaceImage(PixelImage image);
+    // Any thread. A black image; raises AppFrame::ResAlloc when memory for it cannot be had.
+    static PixelImage BlankImage(std::int32_t width, std::int32_t height);
     const ImageResources* GetResources() const { return resources_; }
 
   private:
@@ -118,6 +123,7 @@ class SoftwareContext : public DrawContext {
     // Painting in surface coordinates, through the clip.
     void PaintPixel(std::int32_t x, std::int32_t y, Pixel pixel);
     void PaintSpan(std::int32_t y, std::int32_t left, std::int32_t right, Pixel pixel);
+    void PaintColumn(std::int32_t x, std::int32_t top, std::int32_t bottom, Pixel pixel);
     void PaintLine(Point from, Point to, Pixel pixel);
     void PaintOval(const Rect& rect, bool outlineOnly, Pixel pixel);
     void PaintText(std::u32string_view text, Point pen, FontFace& face, Pixel pixel);

@@ -222,6 +222,15 @@ TEST(SoftwareOffscreen, ResizingToTheSameSizeKeepsThePixelsAndAnyOtherSizeClears
     EXPECT_EQ(Picture(buffer), Rows({"....", "...#"}));
 }
 
+TEST(SoftwareOffscreen, ABufferBeyondTheReachOfSixteenBitCoordinatesIsRefused) {
+    EXPECT_THROW(OGWorld({0, 0, 40000, 2}), AppFrame::ResAlloc);
+    OGWorld buffer({0, 0, 2, 1});
+    buffer.SetForeColor(kWhite);
+    buffer.FillRect({0, 0, 1, 1});
+    EXPECT_THROW(buffer.SetBounds({0, 0, 2, 40000}), AppFrame::ResAlloc);
+    EXPECT_EQ(Picture(buffer), Rows({"#."}));  // the old buffer stays
+}
+
 TEST(SoftwareOffscreen, AnOffscreenSurfaceHasNoWindow) {
     OGWorld buffer({0, 0, 4, 4});
     EXPECT_EQ(buffer.GetMousePoint(), (Point{0, 0}));
