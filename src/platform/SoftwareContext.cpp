@@ -159,6 +159,16 @@ void SoftwareContext::PaintSpan(std::int32_t y, std::int32_t left, std::int32_t 
     }
 }
 
+void SoftwareContext::PaintColumn(std::int32_t x, std::int32_t top, std::int32_t bottom,
+                                  Pixel pixel) {
+    if (x < clipBox_.left || x >= clipBox_.right) return;
+    for (const Rect& rect : clip_) {
+        if (x < rect.left || x >= rect.right) continue;
+        const std::int32_t to = std::min(bottom, rect.bottom);
+        for (std::int32_t y = std::max(top, rect.top); y < to; ++y) image_.Row(y)[x] = pixel;
+    }
+}
+
 // Both ends painted. Each step along the longer axis moves the shorter one by the rounded
 // fraction covered so far (a half rounds away from the start), which is the pixel choice of a
 // Bresenham line. Only the steps inside the clip's box are visited, so a line that runs far off
@@ -189,13 +199,34 @@ void SoftwareContext::PaintLine(Point from, Point to, Pixel pixel) {
         first = std::max(first, majorStart - high);
         last = std::min(last, majorStart - low);
     }
+    if (first > last) return;
+    if (across == 0) {  // a row or a column: one run of pixels
+        const auto start =
+            static_cast<std::int32_t>(majorStart + majorSign * (majorSign > 0 ? first : last));
+        const auto end = static_cast<std::int32_t>(start + last - first + 1);
+        if (alongX) {
+            PaintSpan(from.y, start, end, pixel);
+        } else {
+            PaintColumn(from.x, start, end, pixel);
+        }
+        return;
+    }
+    // The minor offset at step i is (2 i across + steps) / (2 steps), rounded down; it is
+    // divided once and then carried along, the quotient rising by at most 1 a step.
+    const std::int64_t denominator = 2 * steps;
+    const std::int64_t numerator = 2 * first * across + steps;
+    std::int64_t offset = numerator / denominator;
+    std::int64_t remainder = numerator % denominator;
     for (std::int64_t i = first; i <= last; ++i) {
         const std::int64_t major = majorStart + majorSign * i;
-        const std::int64_t minor =
-            minorStart + minorSign * ((2 * i * across + steps) / (2 * steps));
-        const auto x = static_cast<std::int32_t>(alongX ? major : minor);
-        const auto y = static_cast<std::int32_t>(alongX ? minor : major);
-        PaintPixel(x, y, pixel);
+        const std::int64_t minor = minorStart + minorSign * offset;
+        PaintPixel(static_cast<std::int32_t>(alongX ? major : minor),
+                   static_cast<std::int32_t>(alongX ? minor : major), pixel);
+        remainder += 2 * across;
+        if (remainder >= denominator) {
+            remainder -= denominator;
+            ++offset;
+        }
     }
 }
 
