@@ -39,31 +39,42 @@ std::size_t DecodeSequence(std::string_view bytes, char32_t* character) {
     return length;
 }
 
-// The longest start of `word` that fits `width` with the ellipsis behind it.
-std::u32string CutWithEllipsis(std::u32string_view word, std::int32_t width,
+// The longest start of `text` that fits `width` with the ellipsis behind it.
+std::u32string CutWithEllipsis(std::u32string_view text, std::int32_t width,
                                const TextMeasure& measure) {
-    std::u32string cut(word);
-    while (!cut.empty()) {
-        cut.pop_back();
-        if (measure(cut + std::u32string(kEllipsis)) <= width) break;
+    std::int32_t used = measure(kEllipsis);
+    std::size_t length = 0;
+    while (length < text.size()) {
+        used += measure(text.substr(length, 1));
+        if (used > width) break;
+        ++length;
     }
-    return cut + std::u32string(kEllipsis);
+    std::u32string cut;
+    cut.reserve(length + kEllipsis.size());
+    cut.append(text.substr(0, length));
+    cut.append(kEllipsis);
+    return cut;
 }
 
+// Widths add up, so each piece is measured once as it joins the line: the work grows with the
+// text, however long its lines or words.
 void BreakParagraph(std::u32string_view paragraph, std::int32_t width, const TextMeasure& measure,
                     std::vector<std::u32string>* lines) {
     const std::size_t linesBefore = lines->size();
     std::u32string line;
+    std::int32_t lineWidth = 0;
     bool lineHasWord = false;
     bool paragraphStart = true;
     std::size_t i = 0;
     while (i < paragraph.size()) {
         std::size_t wordStart = i;
-        while (wordStart < paragraph.size() && IsBlank(paragraph[wordStart]))
+        while (wordStart < paragraph.size() && IsBlank(paragraph[wordStart])) {
             ++wordStart;
+        }
         std::size_t wordEnd = wordStart;
-        while (wordEnd < paragraph.size() && !IsBlank(paragraph[wordEnd]))
+        while (wordEnd < paragraph.size() && !IsBlank(paragraph[wordEnd])) {
             ++wordEnd;
+        }
         const std::u32string_view blanks = paragraph.substr(i, wordStart - i);
         const std::u32string_view word = paragraph.substr(wordStart, wordEnd - wordStart);
         i = wordEnd;
@@ -76,26 +87,33 @@ void BreakParagraph(std::u32string_view paragraph, std::int32_t width, const Tex
             break;
         }
 
-        std::u32string candidate = line;
-        if (keepBlanks) candidate += blanks;
-        candidate += word;
-        if (measure(candidate) <= width) {
-            line = std::move(candidate);
+        const std::int32_t blanksWidth = keepBlanks ? measure(blanks) : 0;
+        const std::int32_t wordWidth = measure(word);
+        if (lineWidth + blanksWidth + wordWidth <= width) {
+            if (keepBlanks) line += blanks;
+            line += word;
+            lineWidth += blanksWidth + wordWidth;
             lineHasWord = true;
             continue;
         }
+        // What opens the next line: the blanks that open the paragraph, if the word was first.
+        std::u32string_view opening;
         if (lineHasWord) {
             lines->push_back(std::move(line));
-            candidate = std::u32string(word);
+        } else if (keepBlanks) {
+            opening = blanks;
         }
-        line.clear();
-        lineHasWord = false;
-        if (measure(candidate) <= width) {
-            line = std::move(candidate);
-            lineHasWord = true;
-        } else {
+        const std::int32_t openingWidth = opening.empty() ? 0 : blanksWidth;
+        line.assign(opening.begin(), opening.end());
+        line.append(word.begin(), word.end());
+        lineWidth = openingWidth + wordWidth;
+        lineHasWord = true;
+        if (lineWidth > width) {
             // Too wide even alone: cut, and the line is full.
-            lines->push_back(CutWithEllipsis(candidate, width, measure));
+            lines->push_back(CutWithEllipsis(line, width, measure));
+            line.clear();
+            lineWidth = 0;
+            lineHasWord = false;
         }
     }
     if (lineHasWord || !line.empty() || lines->size() == linesBefore) {

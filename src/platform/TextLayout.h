@@ -15,7 +15,8 @@ namespace vorix {
 // taken as the Latin-1 character of the same value, so that no text is ever refused or lost.
 std::u32string DecodeText(std::string_view text);
 
-// The width of a piece of text on one line, in pixels.
+// The width of a piece of text on one line, in pixels. Widths must add up: a text is as wide as
+// its pieces together, as it is without kerning.
 using TextMeasure = std::function<std::int32_t(std::u32string_view)>;
 
 // The text broken into the lines of a box `width` pixels wide. A line feed ends a line (a

@@ -38,7 +38,7 @@ void AppendBytes(png_structp png, png_bytep data, std::size_t length) {
     out->insert(out->end(), data, data + length);
 }
 
-std::vector<std::uint8_t> Write(const ForeignPng& spec, std::uint32_t width) {
+std::vector<std::uint8_t> Write(const ForeignPng& format, std::uint32_t width) {
     std::vector<std::uint8_t> bytes;
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png_create_info_struct(png);
@@ -48,15 +48,15 @@ std::vector<std::uint8_t> Write(const ForeignPng& spec, std::uint32_t width) {
         return {};
     }
     png_set_write_fn(png, &bytes, AppendBytes, nullptr);
-    png_set_IHDR(png, info, width, static_cast<png_uint_32>(spec.rows.size()), spec.bitDepth,
-                 spec.colorType, spec.interlace, PNG_COMPRESSION_TYPE_DEFAULT,
+    png_set_IHDR(png, info, width, static_cast<png_uint_32>(format.rows.size()), format.bitDepth,
+                 format.colorType, format.interlace, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
-    if (!spec.palette.empty()) {
-        png_set_PLTE(png, info, spec.palette.data(), static_cast<int>(spec.palette.size()));
+    if (!format.palette.empty()) {
+        png_set_PLTE(png, info, format.palette.data(), static_cast<int>(format.palette.size()));
     }
     png_write_info(png, info);
     std::vector<png_bytep> rows;
-    for (const auto& row : spec.rows)
+    for (const auto& row : format.rows)
         rows.push_back(const_cast<png_bytep>(row.data()));
     png_write_image(png, rows.data());
     png_write_end(png, nullptr);

@@ -6,6 +6,7 @@
 #include FT_DRIVER_H
 #include FT_MODULE_H
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -276,6 +277,23 @@ TEST(TextLayout, AWordWiderThanTheBoxIsCutWithAnEllipsisOnALineOfItsOwn) {
     EXPECT_EQ(Lines(U"ab abcdefgh ij", 60), (Expected{U"ab", U"abc...", U"ij"}));
     EXPECT_EQ(Lines(U"abcdef", 60), (Expected{U"abcdef"}));
     EXPECT_EQ(Lines(U"abc", 20), (Expected{U"..."}));
+}
+
+// A message of any length lays out in one pass: a word of 200000 characters is cut, and 200000
+// words that take no room share one line.
+TEST(TextLayout, HugeWordsAndLinesAreLaidOutWhole) {
+    const std::u32string word(200000, U'w');
+    EXPECT_EQ(Lines(word + U" x", 50), (Expected{U"ww...", U"x"}));
+
+    std::u32string invisible;
+    for (int i = 0; i < 200000; ++i)
+        invisible += U"\x01 ";
+    const TextMeasure noRoom = [](std::u32string_view text) {
+        return static_cast<std::int32_t>(std::count(text.begin(), text.end(), U'w'));
+    };
+    const std::vector<std::u32string> lines = BreakIntoLines(invisible, 10, noRoom);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].size(), invisible.size() - 1);
 }
 
 TEST(TextLayout, Utf8IsDecodedAndEveryOtherByteIsTakenAsLatin1) {
