@@ -10,7 +10,7 @@ packages=(
   libsndfile1-dev
   lv2-dev lilv-utils liblilv-dev sordi
   lsp-plugins-lv2
-  libfreetype-dev fonts-liberation2 libpng-dev libx11-dev
+  libfreetype-dev fonts-liberation2 libpng-dev zlib1g-dev libx11-dev
 )
 
 missing=()
