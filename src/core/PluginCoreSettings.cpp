@@ -21,8 +21,12 @@ void PluginCore::CaptureSettings(std::string& out) {
 }
 
 // The attributes start empty for the new settings, and come back if the engine refuses them: a
-// refused text changes nothing.
+// refused text changes nothing. A text beyond any real document's size is refused unread.
 void PluginCore::LoadSettings(const std::string& text) {
+    if (text.size() > kMaxSettingsTextBytes) {
+        ReportError(this, kUnableToLoadSettings, kSettingsCorrupted, nullptr, kSettingsErrorKind);
+        return;
+    }
     const InternalChange internal(*this);
     SettingsAttributes previous = std::exchange(attributes_, {});
     try {
