@@ -1,28 +1,53 @@
 #include "vorix/EngineSession.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
-#include <fstream>
-#include <iterator>
-#include <limits>
 
 #include "core/PluginCore.h"
+#include "core/SettingsTexts.h"
 #include "core/ZORPluginMetaClass.h"
 #include "engine/Ombrel.h"
+#include "framework/ScopeGuards.h"
 #include "vorix/ProgramLookup.h"
 #include "vorix/ToolErrors.h"
 
 namespace vorix::cli {
 namespace {
 
-std::string ReadWholeFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw ToolFailure("cannot read the settings file \"" + path + "\": " + SystemReason(errno));
+// At most one byte beyond the longest settings text is read, so that a file that is far too long,
+// a device that never ends or a pipe that never closes is found out at once.
+std::string ReadSettingsText(const std::string& path) {
+    const auto cannotRead = [&path](int reason) {
+        return ToolFailure("cannot read the settings file \"" + path + "\": " +
+                           SystemReason(reason));
+    };
+    int descriptor = -1;
+    do {
+        descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) throw cannotRead(errno);
+    const ScopeExit closing([descriptor] { close(descriptor); });
+    struct stat status {};
+    if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        throw ToolFailure("\"" + path + "\" is a folder, not a settings file");
     }
-    std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad()) throw ToolFailure("cannot read the settings file \"" + path + "\"");
+    std::string text(kMaxSettingsTextBytes + 1, '\0');
+    std::size_t filled = 0;
+    while (filled < text.size()) {
+        const ssize_t got = read(descriptor, text.data() + filled, text.size() - filled);
+        if (got == 0) break;
+        if (got < 0) {
+            if (errno == EINTR) continue;
+            throw cannotRead(errno);
+        }
+        filled += static_cast<std::size_t>(got);
+    }
+    text.resize(filled);
     return text;
 }
 
@@ -79,14 +104,18 @@ void EngineSession::LoadProgram(std::int32_t program) {
     WarnOfFixedRate(core_->GetProgramName(program));
 }
 
+// A file longer than any settings text gets the core's own message for corrupted settings, as a
+// chunk of that size would.
 void EngineSession::LoadSettingsFile(const std::string& path) {
-    const std::string text = ReadWholeFile(path);
+    const std::string text = ReadSettingsText(path);
     if (text.empty()) throw ToolFailure("the settings file \"" + path + "\" is empty");
-    if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
-        throw ToolFailure("the settings file \"" + path + "\" is too large to be settings");
-    }
     const int before = platform_.MessageCount();
-    core_->SetChunk(text.data(), static_cast<std::int32_t>(text.size()), true);
+    if (text.size() > kMaxSettingsTextBytes) {
+        core_->ShowErrorOnce(kUnableToLoadSettings, kSettingsCorrupted, nullptr,
+                             kSettingsErrorKind);
+    } else {
+        core_->SetChunk(text.data(), static_cast<std::int32_t>(text.size()), true);
+    }
     ThrowIfCoreComplained(before);
 }
 

@@ -1,4 +1,5 @@
 #include "CliTestSupport.h"
+#include "core/SettingsTexts.h"
 #include "vorix/Interrupt.h"
 
 namespace vorix::test {
@@ -118,6 +119,11 @@ std::vector<BadInput> BadInputs() {
         {"wrong_version_settings", 2, {"--settings", "future.vrx"}, "in.wav",
          "Unable to load settings. These settings are not readable by this version of Vorix."},
         {"settings_not_settings", 2, {"--settings", "text.wav"}, "in.wav", "Unable to load"},
+        {"settings_folder", 2, {"--settings", "sub"}, "in.wav",
+         "sub\" is a folder, not a settings file."},
+        {"settings_without_end", 2, {"--settings", "/dev/zero"}, "in.wav",
+         "vorix render: Unable to load settings. These are not valid settings or the settings "
+         "have been corrupted.\n"},
         {"unknown_program", 1, {"--program", "Jazz"}, "in.wav", "no factory program"},
         {"unknown_parameter", 1, {"--set", "prmVolume=3"}, "in.wav", "prmVolume"},
         {"block_of_zero", 1, {"--block", "0"}},
@@ -147,7 +153,7 @@ TEST_P(RenderRefuses, WithOneSentenceAndNoOutput) {
 
     std::vector<std::string> args{"render", folder / c.input, folder / c.output};
     for (const std::string& option : c.options)
-        args.push_back(option.ends_with(".vrx") || option == "text.wav" ? folder / option : option);
+        args.push_back(fs::exists(folder / option) ? folder / option : option);
     const RunResult result = RunTool(args);
 
     EXPECT_EQ(result.status, c.status) << result.err;
@@ -158,6 +164,27 @@ TEST_P(RenderRefuses, WithOneSentenceAndNoOutput) {
 
 INSTANTIATE_TEST_SUITE_P(Inputs, RenderRefuses, ::testing::ValuesIn(BadInputs()),
                          [](const auto& info) { return std::string(info.param.label); });
+
+// Settings files are read up to the longest settings text the core takes and one byte more: a
+// file of that length loads, a longer one is refused as corrupted without being read to its end.
+TEST(Render, SettingsFileOfTheLargestSizeLoadsAndOneByteMoreIsRefused) {
+    TempFolder folder;
+    WriteAudio(folder / "in.wav", TestAudio(2, 44100, 0.1), kWav16);
+    std::string text = FactoryProgramText(4);
+    text.append(kMaxSettingsTextBytes - text.size(), '\n');
+    WriteText(folder / "largest.vrx", text);
+    WriteText(folder / "longer.vrx", text + "\n");
+    const RunResult largest = RunTool(
+        {"render", folder / "in.wav", folder / "a.wav", "--settings", folder / "largest.vrx"});
+    EXPECT_EQ(largest.status, 0) << largest.err;
+    const RunResult longer = RunTool(
+        {"render", folder / "in.wav", folder / "b.wav", "--settings", folder / "longer.vrx"});
+    EXPECT_EQ(longer.status, 2);
+    EXPECT_EQ(longer.err,
+              "vorix render: Unable to load settings. These are not valid settings or the "
+              "settings have been corrupted.\n");
+    EXPECT_FALSE(fs::exists(folder / "b.wav"));
+}
 
 // A render stopped after its output file was begun removes it, and an older file of the name
 // stays as it was.
