@@ -94,7 +94,8 @@ TEST_F(PluginCoreSettings, TextBeyondTheLargestSettingsIsRefusedAndChangesNothin
     core->SetAttribute("zoom", "3");
 
     Offer(*core, padded("runs on", kMaxSettingsTextBytes + 1));
-    core->LoadSettings(padded("too long", kMaxSettingsTextBytes + 1));
+    EXPECT_THROW(core->LoadSettings(padded("too long", kMaxSettingsTextBytes + 1)),
+                 PluginCore::InvalidSettingsData);
     EXPECT_EQ(core->state, "largest");
     EXPECT_EQ(core->FormatAttributes(), "<attributes>zoom=3</attributes>");
     EXPECT_EQ(core->readTexts.size(), 1u);
