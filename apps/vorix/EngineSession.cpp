@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cmath>
 
 #include "core/PluginCore.h"
@@ -127,21 +128,40 @@ void EngineSession::WarnOfFixedRate(const std::string& programName) {
          << ", so its fixed filter shapes the sound differently from what its name promises.\n";
 }
 
-// The same path as a host's control change. The engine limits values silently (a gain link, an
-// empty filter slot, a filter's own range); a value it did not take is worth a warning here,
-// since the user asked for it by name.
+// A parameter's value as the user reads it on the command line: the shortest decimal form of the
+// 32-bit number, never in exponent form, then the parameter's units.
+std::string EngineSession::ValueText(const ZORParameterInfo& info, float value) const {
+    char number[64];
+    const auto written =
+        std::to_chars(number, number + sizeof number, value, std::chars_format::fixed);
+    std::string text(number, written.ec == std::errc{} ? written.ptr : number);
+    std::string units;
+    product_.GetUnits(units, info.index);
+    if (!units.empty()) text.append(" ").append(units);
+    return text;
+}
+
+// The same path as a host's control change. A host's control holds its value to the parameter's
+// range, and so does the command line; a value outside it is worth a warning, since the user
+// asked for it by name. The engine limits values further and silently (a gain link, an empty
+// filter slot, a filter's own range): a value it did not take is worth a warning too.
 void EngineSession::ApplyParameter(const ParameterSetting& setting) {
     const ChannelConfig config = *core_->GetChannelConfig();
     const ZORParameterInfo& info = FindParameterByName(product_, setting.name, config);
-    core_->SetParameter(&info, setting.value);
+    const float value = static_cast<float>(
+        std::clamp(setting.value, static_cast<double>(info.min), static_cast<double>(info.max)));
+    core_->SetParameter(&info, value);
     const double held = core_->GetParameterByIndex(info.index);
     const double tolerance = info.step + 1e-3 * (static_cast<double>(info.max) - info.min);
-    if (std::abs(held - setting.value) <= tolerance) return;
-    std::string heldText;
-    product_.FormatValueWithUnits(heldText, info.index, static_cast<float>(held), -1);
-    err_ << prefix_ << "warning: the engine holds " << info.name << " at " << heldText
-         << " rather than " << setting.value
-         << ", as its gain link, its filter slot or its filter's range allows.\n";
+    if (std::abs(held - value) > tolerance) {
+        err_ << prefix_ << "warning: the engine holds " << info.name << " at "
+             << ValueText(info, static_cast<float>(held)) << " rather than " << setting.valueText
+             << ", as its gain link, its filter slot or its filter's range allows.\n";
+    } else if (value != setting.value) {
+        err_ << prefix_ << "warning: " << info.name << " takes " << ValueText(info, info.min)
+             << " to " << ValueText(info, info.max) << ", so it is set to "
+             << ValueText(info, value) << " rather than " << setting.valueText << ".\n";
+    }
 }
 
 void EngineSession::ThrowIfCoreComplained(int messagesBefore) const {

@@ -291,5 +291,43 @@ TEST(Render, ParameterValueTheEngineDoesNotTakeIsWarnedOf) {
         "");
 }
 
+// A value outside a parameter's range is held to the nearer end of it, as a host's control holds
+// it: the render is the one of that end, and a warning line names the range and the value set.
+TEST(Render, ParameterValueOutsideItsRangeIsHeldToTheRangeWithAWarning) {
+    TempFolder folder;
+    WriteAudio(folder / "in.wav", TestAudio(2, 44100, 0.2), kWav16);
+    const auto render = [&](const std::string& name, const std::string& setting) {
+        return RunTool({"render", folder / "in.wav", folder / name, "--float", "--set", setting});
+    };
+    struct Case {
+        const char* outside;
+        const char* end;
+        const char* warning;
+    };
+    const Case cases[] = {
+        {"prmControl_1_Freq=-5", "prmControl_1_Freq=16",
+         "vorix render: warning: prmControl_1_Freq takes 16 Hz to 20000 Hz, so it is set to 16 Hz "
+         "rather than -5.\n"},
+        {"prmControl_1_Freq=0", "prmControl_1_Freq=16", "rather than 0.\n"},
+        {"prmControl_1_Freq=1e300", "prmControl_1_Freq=20000", "set to 20000 Hz rather than 1e300"},
+        {"B: Gain=40", "B: Gain=18", "takes -18 dB to 18 dB, so it is set to 18 dB rather than 40"},
+        {"prmControl_1_Poly=-0.5", "prmControl_1_Poly=0", "takes 0 to 1, so it is set to 0 rather"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.outside);
+        const RunResult held = render("held.wav", c.outside);
+        ASSERT_EQ(held.status, 0) << held.err;
+        EXPECT_EQ(LineCount(held.err), 1);
+        EXPECT_NE(held.err.find(c.warning), std::string::npos) << held.err;
+        const RunResult atEnd = render("end.wav", c.end);
+        ASSERT_EQ(atEnd.status, 0);
+        EXPECT_EQ(atEnd.err, "");
+        const Audio output = ReadAudio(folder / "held.wav");
+        EXPECT_EQ(output.samples, ReadAudio(folder / "end.wav").samples);
+        EXPECT_TRUE(std::all_of(output.samples.begin(), output.samples.end(),
+                                [](float v) { return std::fabs(v) < 4.0f; }));
+    }
+}
+
 }  // namespace
 }  // namespace vorix::test
