@@ -20,8 +20,8 @@
 namespace vorix::cli {
 namespace {
 
-// At most one byte beyond the longest settings text is read, so that a file that is far too long,
-// a device that never ends or a pipe that never closes is found out at once.
+// At most one byte beyond the longest settings text is read, so that a file far too long, or a
+// device or pipe whose data never ends, is refused at once rather than read whole.
 std::string ReadSettingsText(const std::string& path) {
     const auto cannotRead = [&path](int reason) {
         return ToolFailure("cannot read the settings file \"" + path + "\": " +
@@ -37,18 +37,16 @@ std::string ReadSettingsText(const std::string& path) {
     if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
         throw ToolFailure("\"" + path + "\" is a folder, not a settings file");
     }
-    std::string text(kMaxSettingsTextBytes + 1, '\0');
-    std::size_t filled = 0;
-    while (filled < text.size()) {
-        const ssize_t got = read(descriptor, text.data() + filled, text.size() - filled);
+    std::string text;
+    char piece[65536];
+    while (text.size() <= kMaxSettingsTextBytes) {
+        const ssize_t got = read(descriptor, piece,
+                                 std::min(sizeof piece, kMaxSettingsTextBytes + 1 - text.size()));
         if (got == 0) break;
-        if (got < 0) {
-            if (errno == EINTR) continue;
-            throw cannotRead(errno);
-        }
-        filled += static_cast<std::size_t>(got);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) throw cannotRead(errno);
+        text.append(piece, static_cast<std::size_t>(got));
     }
-    text.resize(filled);
     return text;
 }
 

@@ -112,9 +112,12 @@ struct BadInput {
 std::vector<BadInput> BadInputs() {
     return {
         {"missing_file", 2, {}, "absent.wav", "no such file"},
-        {"text_named_wav", 2, {}, "text.wav"},
+        {"text_named_wav", 2, {}, "text.wav", "is not an audio file that can be read"},
         {"folder_as_input", 2, {}, "sub"},
         {"three_channels", 2, {}, "three.wav", "3 channels"},
+        {"sample_rate_zero", 2, {}, VORIX_REGRESSIONS_DIR "/audio/sample-rate-zero.wav",
+         "sample-rate-zero.wav\" is not an audio file that can be read: its kind is unknown, or "
+         "its header is damaged.\n"},
         {"corrupt_settings", 2, {"--settings", "corrupt.vrx"}, "in.wav", "corrupted"},
         {"wrong_version_settings", 2, {"--settings", "future.vrx"}, "in.wav",
          "Unable to load settings. These settings are not readable by this version of Vorix."},
