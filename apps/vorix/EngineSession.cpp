@@ -24,8 +24,8 @@ namespace {
 // device or pipe whose data never ends, is refused at once rather than read whole.
 std::string ReadSettingsText(const std::string& path) {
     const auto cannotRead = [&path](int reason) {
-        return ToolFailure("cannot read the settings file \"" + path + "\": " +
-                           SystemReason(reason));
+        return ToolFailure("cannot read the settings file \"" + path +
+                           "\": " + SystemReason(reason));
     };
     int descriptor = -1;
     do {

@@ -21,10 +21,10 @@ static_assert(std::atomic<bool>::is_always_lock_free);
 
 // Every signal whose default action ends the process and that a process may catch; the real-time
 // signals, which end it too, are added at installation, since their numbers are known only then.
-constexpr int kEndingSignals[] = {
-    SIGHUP,  SIGINT,    SIGQUIT, SIGILL,  SIGTRAP, SIGABRT,   SIGBUS,  SIGFPE,
-    SIGUSR1, SIGSEGV,   SIGUSR2, SIGPIPE, SIGALRM, SIGTERM,   SIGSTKFLT, SIGXCPU,
-    SIGXFSZ, SIGVTALRM, SIGPROF, SIGPOLL, SIGPWR,  SIGSYS};
+constexpr int kEndingSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGILL,  SIGTRAP, SIGABRT,
+                                  SIGBUS,  SIGFPE,  SIGUSR1,   SIGSEGV, SIGUSR2, SIGPIPE,
+                                  SIGALRM, SIGTERM, SIGSTKFLT, SIGXCPU, SIGXFSZ, SIGVTALRM,
+                                  SIGPROF, SIGPOLL, SIGPWR,    SIGSYS};
 
 // What each signal did before the tool took it over; it does that again once the files are gone.
 std::array<struct sigaction, NSIG> gPreviousActions{};

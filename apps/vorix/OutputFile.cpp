@@ -6,8 +6,8 @@
 
 #include <array>
 #include <atomic>
-#include <climits>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 #include <filesystem>
 #include <utility>

@@ -29,8 +29,12 @@ constexpr int kDefaultPoints = 200;
 constexpr int kMostPoints = 100000;
 
 constexpr OptionDefinition kResponseOptions[] = {
-    {"--program", true, false}, {"--settings", true, false}, {"--set", true, true},
-    kRateOption,                kChannelsOption,             {"--points", true, false},
+    {"--program", true, false},
+    {"--settings", true, false},
+    {"--set", true, true},
+    kRateOption,
+    kChannelsOption,
+    {"--points", true, false},
     {"--freqs", true, false},
 };
 

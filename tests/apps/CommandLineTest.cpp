@@ -122,8 +122,8 @@ TEST_F(ProgramNames, RefusalsNameTheCandidates) {
 TEST(ParameterNames, NameIsCheckedBeforeTheValue) {
     const RunResult result = RunTool({"response", "--set", "prmControl_1_Q=nan"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err.rfind("vorix response: there is no parameter called \"prmControl_1_Q\"", 0),
-              0u)
+    EXPECT_EQ(
+        result.err.rfind("vorix response: there is no parameter called \"prmControl_1_Q\"", 0), 0u)
         << result.err;
     ZORVorixMetaClass product;
     EXPECT_THROW(cli::ParseParameterSetting("Output Gain=nan", product), cli::UsageError);

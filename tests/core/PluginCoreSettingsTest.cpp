@@ -99,8 +99,8 @@ TEST_F(PluginCoreSettings, TextBeyondTheLargestSettingsIsRefusedAndChangesNothin
     EXPECT_EQ(core->state, "largest");
     EXPECT_EQ(core->FormatAttributes(), "<attributes>zoom=3</attributes>");
     EXPECT_EQ(core->readTexts.size(), 1u);
-    EXPECT_EQ(Messages(), (Errors{SettingsMessage(kSettingsCorrupted),
-                                  SettingsMessage(kSettingsCorrupted)}));
+    EXPECT_EQ(Messages(),
+              (Errors{SettingsMessage(kSettingsCorrupted), SettingsMessage(kSettingsCorrupted)}));
 
     // A short text in a chunk of gigantic size: not even scanned for carriage returns.
     auto other = MakeCore();
