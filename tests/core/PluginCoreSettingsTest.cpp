@@ -83,7 +83,7 @@ TEST_F(PluginCoreSettings, TextEndsAtTheFirstZeroByteOrTheEndOfTheChunk) {
 // whichever way they come: a chunk whose text runs on, a chunk far beyond the size, or a text
 // handed to the load itself.
 TEST_F(PluginCoreSettings, TextBeyondTheLargestSettingsIsRefusedAndChangesNothing) {
-    const auto padded = [this](const std::string& state, std::size_t size) {
+    const auto padded = [](const std::string& state, std::size_t size) {
         std::string text = SettingsFor(state);
         text.append(size - text.size() - 1, ' ').append("\n");
         return text;
