@@ -1,5 +1,6 @@
 #include "vorix-host/FileReplacement.h"
 
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -7,8 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
+#include "vorix-host/EndingSignals.h"
 #include "vorix-host/HostError.h"
 
 namespace vorix {
@@ -25,9 +28,17 @@ FileReplacement::FileReplacement(std::string path) : path_(std::move(path)) {
     const std::string suffix = ".partial-XXXXXX";
     pattern.insert(pattern.end(), suffix.begin(), suffix.end());
     pattern.push_back('\0');
+    // Signals wait while the file is made and enlisted, so that none finds it made but unknown.
+    sigset_t all, previous;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, &previous);
     const int descriptor = mkstemp(pattern.data());
+    const int reason = errno;
+    if (descriptor >= 0) slot_ = EnlistTemporaryFile(pattern.data());
+    pthread_sigmask(SIG_SETMASK, &previous, nullptr);
     if (descriptor < 0) {
-        throw HostError("The file " + path_ + " could not be written: " + SystemReason() + ".");
+        throw HostError("The file " + path_ + " could not be written: " + std::strerror(reason) +
+                        ".");
     }
     // The file gets the permissions a newly created file would have had.
     const mode_t mask = umask(0);
@@ -39,6 +50,7 @@ FileReplacement::FileReplacement(std::string path) : path_(std::move(path)) {
 
 FileReplacement::~FileReplacement() {
     if (!committed_) std::remove(temporary_.c_str());
+    ReleaseTemporaryFile(slot_);
 }
 
 void FileReplacement::Commit() {
@@ -47,6 +59,7 @@ void FileReplacement::Commit() {
                         ".");
     }
     committed_ = true;
+    ReleaseTemporaryFile(std::exchange(slot_, -1));
 }
 
 }  // namespace vorix

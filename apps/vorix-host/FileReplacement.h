@@ -23,6 +23,7 @@ class FileReplacement {
   private:
     std::string path_;
     std::string temporary_;
+    int slot_ = -1;  // where a signal handler finds the temporary file
     bool committed_ = false;
 };
 

@@ -30,13 +30,17 @@ its control-surface page tables, separated by tabs.
 )";
 
 constexpr const char* kControlsHelp =
-    R"(Usage: vorix-host [--module PATH] controls --type ID [--rate HZ]
+    R"(Usage: vorix-host [--module PATH] controls [--type ID] [--load SESSION]
+                                           [--rate HZ]
 
 Makes an insert of the effect type ID and lists its controls, one per line,
 separated by tabs: number, id, name, kind (continuous or discrete), the
 bottom and top of its range, and its present value, as the insert shows them.
 
-  --type ID              the effect type, such as StRT or mnRT
+  --type ID              the effect type, such as StRT or mnRT; taken from the
+                         session when --load is given without it
+  --load SESSION         restores the insert's chunks from a session file
+                         first, so that the list shows the saved values
   --rate HZ              the sample rate of the insert (default 48000)
 )";
 

@@ -70,9 +70,9 @@ std::int32_t Insert::FindControl(std::string_view numberOrId) const {
     } else if (const auto id = ParseId(numberOrId)) {
         if (const std::int32_t found = process_.FindControl(*id); found != 0) return found;
     }
-    throw HostError("The insert has no control " + std::string(numberOrId) +
-                    "; give a number from 1 to " + std::to_string(CountControls()) +
-                    " or a four-character id.");
+    throw UsageError("The insert has no control " + std::string(numberOrId) +
+                     "; give a number from 1 to " + std::to_string(CountControls()) +
+                     " or a four-character id.");
 }
 
 ControlInfo Insert::DescribeControl(std::int32_t control) const {
@@ -114,8 +114,8 @@ std::int32_t Insert::ControlTextValue(std::int32_t control, std::string_view tex
     std::int32_t value = 0;
     const std::int32_t result = process_.ControlTextValue(control, terminated.c_str(), value);
     if (result == kErrBadText) {
-        throw HostError("Control " + std::to_string(control) + " reads no value in \"" +
-                        terminated + "\".");
+        throw UsageError("Control " + std::to_string(control) + " reads no value in \"" +
+                         terminated + "\".");
     }
     Check(result, "to read a value of control " + std::to_string(control));
     return value;

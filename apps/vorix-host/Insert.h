@@ -81,12 +81,13 @@ class Insert final : private IHostCallbacks {
 
     // ---- controls, numbered from 1; each throws HostError for a number without control ----
     std::int32_t CountControls() const noexcept { return process_.CountControls(); }
-    // Main thread. The control a user names by its number or its four-character id.
+    // Main thread. The control a user names by its number or its four-character id; throws
+    // UsageError, the user's mistake, for a name without control.
     std::int32_t FindControl(std::string_view numberOrId) const;
     ControlInfo DescribeControl(std::int32_t control) const;
     std::int32_t ReadControl(std::int32_t control) const;
     std::string ControlText(std::int32_t control, std::int32_t value) const;
-    // Main thread. The value a typed text stands for; throws HostError when it stands for none.
+    // Main thread. The value a typed text stands for; throws UsageError when it stands for none.
     std::int32_t ControlTextValue(std::int32_t control, std::string_view text) const;
     // Main thread: a host control change, as automation or a control surface makes it.
     void WriteControl(std::int32_t control, std::int32_t value);

@@ -57,6 +57,15 @@ RenderOptions ParseRenderOptions(ArgumentList& args) {
     return options;
 }
 
+// An effect type named on the command line that the file lacks is the user's mistake, found
+// before any work; one that only a session names is the session's, a failure of the work.
+void CheckNamedType(const PlugInModule& module, std::int32_t typeId) {
+    for (const EffectTypeInfo& type : module.EffectTypes()) {
+        if (type.id == typeId) return;
+    }
+    throw UsageError("The plug-in file has no effect type " + IdText(typeId) + ".");
+}
+
 // The first insert of a session file, which fixes the type when the command line gives none.
 std::optional<SessionInsert> LoadSessionInsert(const std::optional<std::string>& path,
                                                std::optional<std::int32_t>& typeId) {
@@ -142,9 +151,10 @@ void RunControls(ArgumentList& args, PlugInModule& module, std::ostream& out, st
     if (!args.TakePositionals().empty())
         throw UsageError("The command controls takes no arguments.");
     if (!typeId && !load) throw UsageError("The command controls needs --type ID.");
-    const std::optional<SessionInsert> session = LoadSessionInsert(load, typeId);
     InsertSetup setup;
     setup.sampleRate = rate ? ParseSampleRate(*rate) : kDefaultSampleRate;
+    if (typeId) CheckNamedType(module, *typeId);
+    const std::optional<SessionInsert> session = LoadSessionInsert(load, typeId);
     setup.messageEcho = &err;
     Insert insert(module.FindType(*typeId), setup);
     if (session) insert.RestoreChunks(session->chunks);
@@ -158,6 +168,7 @@ void RunControls(ArgumentList& args, PlugInModule& module, std::ostream& out, st
 
 void RunRender(ArgumentList& args, PlugInModule& module, std::ostream& out, std::ostream& err) {
     RenderOptions options = ParseRenderOptions(args);
+    if (options.typeId) CheckNamedType(module, *options.typeId);
     // A place that cannot take the results is found out before the work, not after it.
     for (const std::optional<std::string>& path : {std::optional(options.output), options.save}) {
         if (path) FileReplacement{*path};

@@ -1,10 +1,16 @@
 #include "vorix-host/SessionFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
-#include <iterator>
 
+#include "framework/ScopeGuards.h"
 #include "vorix-host/FileReplacement.h"
 #include "vorix-host/HostError.h"
 
@@ -134,13 +140,35 @@ void WriteSessionFile(const std::string& path, const std::vector<SessionInsert>&
     replacement.Commit();
 }
 
+// Read up to a little beyond the largest session and no further, so that a file far too long, or
+// a device or pipe whose data never ends, is refused at once rather than read whole.
 std::vector<SessionInsert> ReadSessionFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw HostError("The session file " + path + " could not be opened.");
-    const std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(file)),
-                                          std::istreambuf_iterator<char>());
-    if (file.bad()) throw HostError("The session file " + path + " could not be read.");
-    return DecodeSession(bytes, path);
+    int descriptor = -1;
+    do {
+        descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) {
+        const std::string reason = std::strerror(errno);
+        throw HostError("The session file " + path + " could not be opened: " + reason + ".");
+    }
+    const ScopeExit closing([descriptor] { close(descriptor); });
+    struct stat status {};
+    if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        throw HostError("The session file " + path + " is a folder.");
+    }
+    std::vector<std::uint8_t> bytes;
+    std::array<std::uint8_t, 65536> piece{};
+    while (bytes.size() <= kMaxSessionFileBytes) {
+        const ssize_t got = read(descriptor, piece.data(), piece.size());
+        if (got == 0) return DecodeSession(bytes, path);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) {
+            const std::string reason = std::strerror(errno);
+            throw HostError("The session file " + path + " could not be read: " + reason + ".");
+        }
+        bytes.insert(bytes.end(), piece.begin(), piece.begin() + got);
+    }
+    throw HostError("The file " + path + " is larger than any Vorix session.");
 }
 
 }  // namespace vorix

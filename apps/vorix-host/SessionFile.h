@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -23,6 +24,11 @@ struct SessionInsert {
 // docs/reference-host.md tells the format in full. Any thread.
 inline constexpr char kSessionMagic[8] = {'V', 'o', 'r', 'i', 'x', 'S', 'e', 's'};
 inline constexpr std::uint32_t kSessionVersion = 1;
+
+// The longest session file that is read. A real one holds a few kilobytes per insert; the plug-in
+// refuses a settings chunk beyond 4 MiB, so this leaves room for more than a dozen inserts of the
+// largest settings. A longer file is refused unread.
+inline constexpr std::size_t kMaxSessionFileBytes = 64 * 1024 * 1024;
 
 std::vector<std::uint8_t> EncodeSession(const std::vector<SessionInsert>& inserts);
 // Throws HostError, naming `source`, for anything but a whole, undamaged session of a version

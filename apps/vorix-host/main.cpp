@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "vorix-host/EndingSignals.h"
 #include "vorix-host/HostCommands.h"
 
 namespace {
@@ -33,6 +34,7 @@ std::string DefaultModulePath() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    vorix::InstallEndingSignalHandlers();
     const std::vector<std::string> args(argv + 1, argv + argc);
     return vorix::RunHostCommand(args, std::cout, std::cerr, DefaultModulePath());
 }

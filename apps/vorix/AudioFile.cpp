@@ -57,13 +57,11 @@ std::string Quoted(const std::string& path) {
     return "\"" + path + "\"";
 }
 
-// libsndfile's texts end with a full stop, which the tool's sentence supplies itself.
-std::string Reason(const char* text) {
-    std::string reason = text != nullptr ? text : "";
-    while (!reason.empty() && (reason.back() == '.' || reason.back() == ' '))
-        reason.pop_back();
-    if (!reason.empty()) reason[0] = static_cast<char>(std::tolower(reason[0]));
-    return reason;
+// What a failed libsndfile call tells the user: the system's reason when the system failed it,
+// and nothing of libsndfile's own wording, which is written for programmers.
+std::string SystemPart(SNDFILE* file, int errorNumber) {
+    if (sf_error(file) != SF_ERR_SYSTEM || errorNumber == 0) return {};
+    return ": " + SystemReason(errorNumber);
 }
 
 // Checked before libsndfile, which tells a missing file and a text file apart less clearly.
@@ -123,8 +121,13 @@ AudioFileReader::AudioFileReader(const std::string& path) : path_(path) {
     CheckReadable(path);
     file_ = sf_open(path.c_str(), SFM_READ, &info_);
     if (file_ == nullptr) {
-        throw ToolFailure(Quoted(path) + " is not an audio file that can be read (" +
-                          Reason(sf_strerror(nullptr)) + ")");
+        const int reason = errno;
+        if (sf_error(nullptr) == SF_ERR_SYSTEM) {
+            throw ToolFailure("cannot read " + Quoted(path) + SystemPart(nullptr, reason));
+        }
+        throw ToolFailure(Quoted(path) +
+                          " is not an audio file that can be read: its kind is unknown, or its "
+                          "header is damaged");
     }
 }
 
@@ -135,8 +138,9 @@ AudioFileReader::~AudioFileReader() {
 std::int64_t AudioFileReader::Read(float* interleaved, std::int64_t frames) {
     const sf_count_t read = sf_readf_float(file_, interleaved, frames);
     if (read < frames && sf_error(file_) != SF_ERR_NO_ERROR) {
-        throw ToolFailure("cannot read " + Quoted(path_) + " to its end (" +
-                          Reason(sf_strerror(file_)) + ")");
+        const int reason = errno;
+        throw ToolFailure("cannot read " + Quoted(path_) + " to its end" +
+                          SystemPart(file_, reason));
     }
     return read;
 }
@@ -154,8 +158,8 @@ AudioFileWriter::AudioFileWriter(int descriptor, const std::string& displayPath,
     channels_ = channels;
     file_ = sf_open_fd(descriptor, SFM_WRITE, &info, SF_FALSE);
     if (file_ == nullptr) {
-        throw ToolFailure("cannot write " + Quoted(path_) + " (" + Reason(sf_strerror(nullptr)) +
-                          ")");
+        const int reason = errno;
+        throw ToolFailure("cannot write " + Quoted(path_) + SystemPart(nullptr, reason));
     }
 }
 
@@ -181,8 +185,8 @@ void AudioFileWriter::Write(const float* interleaved, std::int64_t frames) {
         written = sf_writef_float(file_, clipped_.data(), frames);
     }
     if (written != frames) {
-        throw ToolFailure("cannot write " + Quoted(path_) + " (" + Reason(sf_strerror(file_)) +
-                          ")");
+        const int reason = errno;
+        throw ToolFailure("cannot write " + Quoted(path_) + SystemPart(file_, reason));
     }
 }
 

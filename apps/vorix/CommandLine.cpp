@@ -9,6 +9,7 @@
 #include "host/ZORVorixMetaClass.h"
 #include "vorix/Commands.h"
 #include "vorix/HelpTexts.h"
+#include "vorix/Interrupt.h"
 #include "vorix/ToolErrors.h"
 
 namespace vorix::cli {
@@ -56,6 +57,7 @@ int Failure(std::ostream& err, std::string_view command, const std::string& sent
 // Runs a command with the product's description held for its whole length; every error ends here.
 int RunCommand(const Command& command, CommandWords words, std::ostream& out, std::ostream& err,
                bool errIsTerminal) {
+    SetInterruptedCommand(command.name);
     try {
         SetMetaClassMaker([] { return std::make_unique<ZORVorixMetaClass>(); });
         MetaClassReference product;

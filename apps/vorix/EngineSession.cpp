@@ -1,28 +1,52 @@
 #include "vorix/EngineSession.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cmath>
-#include <fstream>
-#include <iterator>
-#include <limits>
 
 #include "core/PluginCore.h"
+#include "core/SettingsTexts.h"
 #include "core/ZORPluginMetaClass.h"
 #include "engine/Ombrel.h"
+#include "framework/ScopeGuards.h"
 #include "vorix/ProgramLookup.h"
 #include "vorix/ToolErrors.h"
 
 namespace vorix::cli {
 namespace {
 
-std::string ReadWholeFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw ToolFailure("cannot read the settings file \"" + path + "\": " + SystemReason(errno));
+// At most one byte beyond the longest settings text is read, so that a file far too long, or a
+// device or pipe whose data never ends, is refused at once rather than read whole.
+std::string ReadSettingsText(const std::string& path) {
+    const auto cannotRead = [&path](int reason) {
+        return ToolFailure("cannot read the settings file \"" + path +
+                           "\": " + SystemReason(reason));
+    };
+    int descriptor = -1;
+    do {
+        descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    } while (descriptor < 0 && errno == EINTR);
+    if (descriptor < 0) throw cannotRead(errno);
+    const ScopeExit closing([descriptor] { close(descriptor); });
+    struct stat status {};
+    if (fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        throw ToolFailure("\"" + path + "\" is a folder, not a settings file");
     }
-    std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad()) throw ToolFailure("cannot read the settings file \"" + path + "\"");
+    std::string text;
+    char piece[65536];
+    while (text.size() <= kMaxSettingsTextBytes) {
+        const ssize_t got = read(descriptor, piece,
+                                 std::min(sizeof piece, kMaxSettingsTextBytes + 1 - text.size()));
+        if (got == 0) break;
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) throw cannotRead(errno);
+        text.append(piece, static_cast<std::size_t>(got));
+    }
     return text;
 }
 
@@ -79,14 +103,18 @@ void EngineSession::LoadProgram(std::int32_t program) {
     WarnOfFixedRate(core_->GetProgramName(program));
 }
 
+// A file longer than any settings text gets the core's own message for corrupted settings, as a
+// chunk of that size would.
 void EngineSession::LoadSettingsFile(const std::string& path) {
-    const std::string text = ReadWholeFile(path);
+    const std::string text = ReadSettingsText(path);
     if (text.empty()) throw ToolFailure("the settings file \"" + path + "\" is empty");
-    if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
-        throw ToolFailure("the settings file \"" + path + "\" is too large to be settings");
-    }
     const int before = platform_.MessageCount();
-    core_->SetChunk(text.data(), static_cast<std::int32_t>(text.size()), true);
+    if (text.size() > kMaxSettingsTextBytes) {
+        core_->ShowErrorOnce(kUnableToLoadSettings, kSettingsCorrupted, nullptr,
+                             kSettingsErrorKind);
+    } else {
+        core_->SetChunk(text.data(), static_cast<std::int32_t>(text.size()), true);
+    }
     ThrowIfCoreComplained(before);
 }
 
@@ -98,21 +126,40 @@ void EngineSession::WarnOfFixedRate(const std::string& programName) {
          << ", so its fixed filter shapes the sound differently from what its name promises.\n";
 }
 
-// The same path as a host's control change. The engine limits values silently (a gain link, an
-// empty filter slot, a filter's own range); a value it did not take is worth a warning here,
-// since the user asked for it by name.
+// A parameter's value as the user reads it on the command line: the shortest decimal form of the
+// 32-bit number, never in exponent form, then the parameter's units.
+std::string EngineSession::ValueText(const ZORParameterInfo& info, float value) const {
+    char number[64];
+    const auto written =
+        std::to_chars(number, number + sizeof number, value, std::chars_format::fixed);
+    std::string text(number, written.ec == std::errc{} ? written.ptr : number);
+    std::string units;
+    product_.GetUnits(units, info.index);
+    if (!units.empty()) text.append(" ").append(units);
+    return text;
+}
+
+// The same path as a host's control change. A host's control holds its value to the parameter's
+// range, and so does the command line; a value outside it is worth a warning, since the user
+// asked for it by name. The engine limits values further and silently (a gain link, an empty
+// filter slot, a filter's own range): a value it did not take is worth a warning too.
 void EngineSession::ApplyParameter(const ParameterSetting& setting) {
     const ChannelConfig config = *core_->GetChannelConfig();
     const ZORParameterInfo& info = FindParameterByName(product_, setting.name, config);
-    core_->SetParameter(&info, setting.value);
+    const float value = static_cast<float>(
+        std::clamp(setting.value, static_cast<double>(info.min), static_cast<double>(info.max)));
+    core_->SetParameter(&info, value);
     const double held = core_->GetParameterByIndex(info.index);
     const double tolerance = info.step + 1e-3 * (static_cast<double>(info.max) - info.min);
-    if (std::abs(held - setting.value) <= tolerance) return;
-    std::string heldText;
-    product_.FormatValueWithUnits(heldText, info.index, static_cast<float>(held), -1);
-    err_ << prefix_ << "warning: the engine holds " << info.name << " at " << heldText
-         << " rather than " << setting.value
-         << ", as its gain link, its filter slot or its filter's range allows.\n";
+    if (std::abs(held - value) > tolerance) {
+        err_ << prefix_ << "warning: the engine holds " << info.name << " at "
+             << ValueText(info, static_cast<float>(held)) << " rather than " << setting.valueText
+             << ", as its gain link, its filter slot or its filter's range allows.\n";
+    } else if (value != setting.value) {
+        err_ << prefix_ << "warning: " << info.name << " takes " << ValueText(info, info.min)
+             << " to " << ValueText(info, info.max) << ", so it is set to "
+             << ValueText(info, value) << " rather than " << setting.valueText << ".\n";
+    }
 }
 
 void EngineSession::ThrowIfCoreComplained(int messagesBefore) const {

@@ -13,6 +13,7 @@ namespace vorix {
 class Ombrel;
 class PluginCore;
 class ZORPluginMetaClass;
+struct ZORParameterInfo;
 }  // namespace vorix
 
 namespace vorix::cli {
@@ -57,6 +58,7 @@ class EngineSession {
     void LoadSettingsFile(const std::string& path);
     void WarnOfFixedRate(const std::string& programName);
     void ApplyParameter(const ParameterSetting& setting);
+    std::string ValueText(const ZORParameterInfo& info, float value) const;
     void ThrowIfCoreComplained(int messagesBefore) const;
 
     ZORPluginMetaClass& product_;

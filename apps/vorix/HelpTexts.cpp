@@ -36,7 +36,8 @@ has IN's sample format, or 32-bit float with --float. OUT appears only when it i
   --settings FILE.vrx  a settings file saved by the editor, instead of a program
   --set PARAM=VALUE    a host parameter change after the settings, before the audio: PARAM is
                        an internal name (prmControl_0_Gain, prmLeftGain) or the editor's name
-                       ("A: Gain", "Left Gain"); may be given several times
+                       ("A: Gain", "Left Gain"); VALUE in the parameter's units, held to its
+                       range as a host's control holds it; may be given several times
   --block N            the host's block size, 1 to 4096 samples (default 4096)
   --float              write 32-bit float samples
   --quiet              no progress bar (it shows only on a terminal, for renders of more than
@@ -54,14 +55,16 @@ Prints the settings document that the engine writes after loading factory progra
 a settings file of that program has. The rate (default 44100 Hz) and channel count (default 2)
 are the engine's.
 )"},
-    {"response", R"(usage: vorix response [--program N|NAME | --settings FILE.vrx] [--rate HZ]
-                      [--channels 1|2] [--points N | --freqs F1,F2,...]
+    {"response", R"(usage: vorix response [--program N|NAME | --settings FILE.vrx]
+                      [--set PARAM=VALUE]... [--rate HZ] [--channels 1|2]
+                      [--points N | --freqs F1,F2,...]
 
 Prints the steady-state gain of the whole plug-in per channel as CSV with the header
 frequency_hz,left_db,right_db: the filters that process each channel, and its output trim, in
 decibels (at least -240). By default 200 frequencies spaced logarithmically from 10 Hz to the
 smaller of 20000 Hz and half the rate (default 44100 Hz); --points sets how many (at least 2),
 --freqs names them (0 to half the rate). A mono engine (--channels 1) repeats the left column.
+--set changes a host parameter after the settings, as for render.
 )"},
     {"demo", R"(usage: vorix demo [DIR]
 

@@ -4,8 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
+#include <climits>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -18,6 +21,36 @@ namespace {
 constexpr int kTemporaryNameAttempts = 100;
 
 std::atomic<unsigned> gTemporaryCounter{0};
+
+// The temporary files under way, where a signal handler finds them without allocating or
+// locking: a few slots of whole paths, each free, being filled, or holding a path. More outputs
+// at once than slots is no use of the tool; such a file is only unprotected.
+enum SlotState : int { kFree, kFilling, kHolding };
+struct UnfinishedSlot {
+    std::atomic<int> state{kFree};
+    std::array<char, PATH_MAX> path{};
+};
+static_assert(std::atomic<int>::is_always_lock_free);
+std::array<UnfinishedSlot, 8> gUnfinished;
+
+// The slot that now holds `path`, or -1.
+int Enlist(const std::string& path) noexcept {
+    if (path.size() >= PATH_MAX) return -1;
+    for (std::size_t k = 0; k < gUnfinished.size(); ++k) {
+        UnfinishedSlot& slot = gUnfinished[k];
+        int expected = kFree;
+        if (!slot.state.compare_exchange_strong(expected, kFilling)) continue;
+        std::memcpy(slot.path.data(), path.c_str(), path.size() + 1);
+        slot.state.store(kHolding, std::memory_order_release);
+        return static_cast<int>(k);
+    }
+    return -1;
+}
+
+void Release(int& slot) noexcept {
+    if (slot >= 0) gUnfinished[static_cast<std::size_t>(slot)].state.store(kFree);
+    slot = -1;
+}
 
 std::string Quoted(const std::string& path) {
     return "\"" + path + "\"";
@@ -40,9 +73,14 @@ PendingOutputFile::PendingOutputFile(const std::string& path) : path_(path) {
     }
     for (int attempt = 0; attempt < kTemporaryNameAttempts; ++attempt) {
         temporaryPath_ = TemporaryName(std::filesystem::path(path));
+        // Enlisted before it exists, so that no signal finds it made but unknown.
+        unfinishedSlot_ = Enlist(temporaryPath_);
         // 0666 before the user's umask, as for any file a program creates.
         descriptor_ = open(temporaryPath_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor_ >= 0) return;
+        const int reason = errno;
+        Release(unfinishedSlot_);
+        errno = reason;
         if (errno != EEXIST) break;
     }
     const std::string folder = std::filesystem::path(path).parent_path().string();
@@ -62,11 +100,23 @@ void PendingOutputFile::Commit() {
         throw ToolFailure("cannot put the output in place as " + Quoted(path_) + ": " + reason);
     }
     committed_ = true;
+    Release(unfinishedSlot_);
 }
 
 void PendingOutputFile::Discard() noexcept {
     if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
     unlink(temporaryPath_.c_str());
+    Release(unfinishedSlot_);
+}
+
+bool RemoveUnfinishedOutputs() noexcept {
+    bool removed = false;
+    for (UnfinishedSlot& slot : gUnfinished) {
+        if (slot.state.load(std::memory_order_acquire) != kHolding) continue;
+        unlink(slot.path.data());
+        removed = true;
+    }
+    return removed;
 }
 
 }  // namespace vorix::cli

@@ -32,7 +32,12 @@ class PendingOutputFile {
     std::string path_;
     std::string temporaryPath_;
     int descriptor_ = -1;
+    int unfinishedSlot_ = -1;  // where a signal handler finds the temporary file
     bool committed_ = false;
 };
+
+// Signal handlers; async-signal-safe. Removes the temporary files of every PendingOutputFile not
+// yet committed or discarded, and answers whether there was one.
+bool RemoveUnfinishedOutputs() noexcept;
 
 }  // namespace vorix::cli

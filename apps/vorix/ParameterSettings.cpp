@@ -2,7 +2,9 @@
 
 #include <strings.h>
 
-#include <limits>
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
 
 #include "core/ZORParameterInfo.h"
 #include "host/ZORVorixMetaClass.h"
@@ -34,17 +36,31 @@ bool IsRealName(const std::string& editorName) {
 
 }  // namespace
 
-ParameterSetting ParseParameterSetting(std::string_view text) {
+ParameterSetting ParseParameterSetting(std::string_view text, const ZORPluginMetaClass& metaClass) {
     const std::size_t equals = text.rfind('=');
     if (equals == std::string_view::npos || equals == 0) {
         throw UsageError("--set wants NAME=VALUE, not \"" + std::string(text) + "\"");
     }
     ParameterSetting setting;
     setting.name = std::string(text.substr(0, equals));
-    setting.text = std::string(text);
-    const double limit = std::numeric_limits<float>::max();
-    setting.value = static_cast<float>(
-        ParseNumber(text.substr(equals + 1), "the value of " + setting.name, -limit, limit));
+    setting.valueText = std::string(text.substr(equals + 1));
+    // The stereo layout knows every name but the mono "Output Gain"; a name that fits neither
+    // layout is refused.
+    try {
+        FindParameterByName(metaClass, setting.name, ChannelConfig{2, 2});
+    } catch (const UsageError&) {
+        FindParameterByName(metaClass, setting.name, ChannelConfig{1, 1});
+    }
+    char* end = nullptr;
+    errno = 0;
+    setting.value = std::strtod(setting.valueText.c_str(), &end);
+    const bool whole = !setting.valueText.empty() &&
+                       end == setting.valueText.c_str() + setting.valueText.size() &&
+                       errno != ERANGE && std::isfinite(setting.value);
+    if (!whole) {
+        throw UsageError("the value of " + setting.name + " must be a number, not \"" +
+                         setting.valueText + "\"");
+    }
     return setting;
 }
 

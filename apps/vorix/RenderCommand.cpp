@@ -49,7 +49,7 @@ RenderJob ParseRenderJob(CommandWords words, const ToolContext& context) {
     }
     job.settingsPath = parsed.Value("--settings").value_or("");
     for (const std::string& setting : parsed.Values("--set")) {
-        job.parameters.push_back(ParseParameterSetting(setting));
+        job.parameters.push_back(ParseParameterSetting(setting, context.product));
     }
     if (auto block = parsed.Value("--block")) {
         job.blockSize = static_cast<std::int32_t>(

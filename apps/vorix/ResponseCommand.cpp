@@ -29,8 +29,13 @@ constexpr int kDefaultPoints = 200;
 constexpr int kMostPoints = 100000;
 
 constexpr OptionDefinition kResponseOptions[] = {
-    {"--program", true, false}, {"--settings", true, false}, kRateOption, kChannelsOption,
-    {"--points", true, false},  {"--freqs", true, false},
+    {"--program", true, false},
+    {"--settings", true, false},
+    {"--set", true, true},
+    kRateOption,
+    kChannelsOption,
+    {"--points", true, false},
+    {"--freqs", true, false},
 };
 
 double ChannelMagnitude(const Ombrel& engine, int channel, double normalisedFrequency) {
@@ -135,6 +140,9 @@ int RunResponseCommand(CommandWords words, ToolContext& context) {
         setup.program = ProgramCatalog(context.product).Resolve(*program);
     }
     setup.settingsPath = parsed.Value("--settings").value_or("");
+    for (const std::string& setting : parsed.Values("--set")) {
+        setup.parameters.push_back(ParseParameterSetting(setting, context.product));
+    }
     const std::vector<double> frequencies = RequestedFrequencies(parsed, setup.sampleRate);
     EngineSession session(context.product, setup, context.err, kPrefix);
     WriteResponseCsv(context.out, ComputeResponse(session.Engine(), frequencies));

@@ -10,7 +10,7 @@
 #include "vorix/Interrupt.h"
 
 int main(int argc, char** argv) {
-    vorix::cli::InstallInterruptHandlers();
+    vorix::cli::InstallSignalHandlers();
     const std::vector<std::string> args(argv + 1, argv + argc);
     return vorix::cli::RunVorix(args, std::cout, std::cerr, isatty(STDERR_FILENO) != 0);
 }

@@ -141,6 +141,11 @@ void PluginCore::SetChunk(const void* data, std::int32_t size, bool isPreset) {
             ShowErrorOnce(kUnableToLoadSettings, kSettingsCorrupted, nullptr, kSettingsErrorKind);
             return;
         }
+        // A chunk far beyond any real document is damage: refused before it is scanned or copied.
+        if (bytes.size() > kMaxSettingsTextBytes + kChunkTailBytes) {
+            ShowErrorOnce(kUnableToLoadSettings, kSettingsCorrupted, nullptr, kSettingsErrorKind);
+            return;
+        }
         if (bytes.find('\r') != std::string_view::npos) {
             ShowErrorOnce(kUnableToLoadSettings, kSettingsCarriageReturns, nullptr,
                           kSettingsErrorKind);
@@ -148,6 +153,10 @@ void PluginCore::SetChunk(const void* data, std::int32_t size, bool isPreset) {
         }
         // The text ends at its first zero byte, and never beyond the chunk.
         const std::string_view text = bytes.substr(0, bytes.find('\0'));
+        if (text.size() > kMaxSettingsTextBytes) {
+            ShowErrorOnce(kUnableToLoadSettings, kSettingsCorrupted, nullptr, kSettingsErrorKind);
+            return;
+        }
         std::string local;
         if (isPreset) {
             SettingsTarget(local)->assign(text);

@@ -9,6 +9,7 @@
 #include "core/SettingsTexts.h"
 #include "core/ZORPluginMetaClass.h"
 #include "core/ZORPluginSettingsMetaData.h"
+#include "framework/Exceptions.h"
 #include "serialization/XMLArchive.h"
 
 namespace vorix {
@@ -21,8 +22,13 @@ void PluginCore::CaptureSettings(std::string& out) {
 }
 
 // The attributes start empty for the new settings, and come back if the engine refuses them: a
-// refused text changes nothing.
+// refused text changes nothing. A text beyond any real document's size is refused unread, shown
+// and thrown as the engine's reader does with a document it refuses.
 void PluginCore::LoadSettings(const std::string& text) {
+    if (text.size() > kMaxSettingsTextBytes) {
+        ReportError(this, kUnableToLoadSettings, kSettingsCorrupted, nullptr, kSettingsErrorKind);
+        VORIX_THROW(InvalidSettingsData);
+    }
     const InternalChange internal(*this);
     SettingsAttributes previous = std::exchange(attributes_, {});
     try {

@@ -20,6 +20,10 @@ inline constexpr const char* kProgramClosing = "</program>";
 inline constexpr const char* kProgramNumberAttribute = "number";
 inline constexpr const char* kProgramNameAttribute = "name";
 
+// The longest settings text that is read. Real documents are a few kilobytes; anything near this
+// size is damage or a wrong file, and reading it would only hold up the instance.
+inline constexpr std::size_t kMaxSettingsTextBytes = 4 * 1024 * 1024;
+
 // Zero bytes behind the text of every chunk: a chunk's text is not otherwise terminated.
 inline constexpr std::size_t kChunkTailBytes = 16;
 

@@ -32,16 +32,12 @@ bool IsDiscreteType(int32_t type) {
     return type == kParamDiscrete || type == kParamOnOff || type == kParamInteger;
 }
 
-// Fixed-point text; a value that rounds to zero reads without a minus sign.
+// Fixed-point text as the C library writes it. A negative value that rounds to zero keeps its
+// sign ("-0.0"), as it does in the texts of the host's own controls, so both read alike.
 std::string FixedText(double value, int decimals) {
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    std::string result = text;
-    if (result.size() > 1 && result[0] == '-' &&
-        result.find_first_not_of("0.", 1) == std::string::npos) {
-        result.erase(0, 1);
-    }
-    return result;
+    return text;
 }
 
 // "label;value" into the map; an entry without a numeric value after the ";" is left out.
@@ -183,9 +179,10 @@ void ZORPluginMetaClass::FormatValue(std::string& out, int32_t index, float valu
 void ZORPluginMetaClass::FormatValueWithUnits(std::string& out, int32_t index, float value,
                                               int32_t maxChars) const {
     FormatValue(out, index, value, maxChars);
+    if (GetParameterInfo(index) == nullptr) return;
     std::string units;
     GetUnits(units, index);
-    if (!units.empty()) out += " " + units;
+    out.append(" ").append(units);
 }
 
 const ZORParameterInfo* ZORPluginMetaClass::GetParameterInfo(int32_t index) const {

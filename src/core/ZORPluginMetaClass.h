@@ -81,8 +81,9 @@ class ZORPluginMetaClass {
     // Text of a value of the parameter at `index`, cut to `maxChars` unless that is negative;
     // empty for an unknown index. Any thread but audio (allocates).
     virtual void FormatValue(std::string& out, int32_t index, float value, int32_t maxChars) const;
-    // FormatValue's text, then a blank and the units when the parameter has any. Any thread but
-    // audio (allocates).
+    // FormatValue's text, a blank, then the units; a parameter without units (its own are "*", or
+    // its type has none) keeps the blank behind the value. Empty for an unknown index. Any thread
+    // but audio (allocates).
     virtual void FormatValueWithUnits(std::string& out, int32_t index, float value,
                                       int32_t maxChars) const;
     // The row at `index`, null outside the table. Any thread; never allocates or locks.

@@ -7,6 +7,7 @@
 
 #include "core/PluginCore.h"
 #include "framework/Exceptions.h"
+#include "framework/ScopeGuards.h"
 #include "host/HostMessageService.h"
 #include "host/ParameterControls.h"
 #include "host/RTASPluginMetaClassInterface.h"
@@ -214,10 +215,16 @@ std::int32_t ZORPTProcess::GetChunk(std::int32_t id, PlugInChunk& chunk) {
     return kNoErr;
 }
 
+// Restored settings stand as the engine read them, and the host's controls must show them: the
+// engine's reports during the load, which a program load otherwise keeps to itself, go out to
+// the controls. The host's echo of each report stops at the core, so the engine keeps its exact
+// values rather than the controls' rounded ones.
 std::int32_t ZORPTProcess::SetChunk(std::int32_t id, const PlugInChunk& chunk) {
     if (IsPluginChunk(id)) {
         const auto payload = chunk.Payload();
         if (core_ != nullptr) {
+            core_->SetForceReport(true);
+            const ScopeExit endOfReports([this] { core_->SetForceReport(false); });
             core_->SetChunk(payload.data(), static_cast<std::int32_t>(payload.size()), true);
         }
         return kNoErr;

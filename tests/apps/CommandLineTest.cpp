@@ -40,6 +40,8 @@ INSTANTIATE_TEST_SUITE_P(
         Words{"render", "a.wav", "b.wav", "--block", "1", "--block", "2"},
         Words{"render", "a.wav", "b.wav", "--set", "prmLeftGain"},
         Words{"render", "a.wav", "b.wav", "--set", "prmLeftGain=loud"},
+        Words{"render", "a.wav", "b.wav", "--set", "prmLeftGain=inf"},
+        Words{"response", "--set", "prmLeftGain=nan"}, Words{"response", "--set", "Gain=1"},
         Words{"render", "a.wav", "b.wav", "--quiet=yes"}, Words{"programs", "all"},
         Words{"show-program"}, Words{"show-program", "19"},
         Words{"show-program", "1", "--channels", "3"}, Words{"response", "--rate", "0"},
@@ -113,6 +115,21 @@ TEST_F(ProgramNames, RefusalsNameTheCandidates) {
     EXPECT_NE(inside.find("\"Half-Band Steep Rolloff\""), std::string::npos) << inside;
     EXPECT_NE(Refusal("19"), "accepted");
     EXPECT_NE(Refusal(""), "accepted");
+}
+
+// A wrong name is the first thing to tell, whatever the value: the value means nothing without
+// a parameter to hold it.
+TEST(ParameterNames, NameIsCheckedBeforeTheValue) {
+    const RunResult result = RunTool({"response", "--set", "prmControl_1_Q=nan"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(
+        result.err.rfind("vorix response: there is no parameter called \"prmControl_1_Q\"", 0), 0u)
+        << result.err;
+    ZORVorixMetaClass product;
+    EXPECT_THROW(cli::ParseParameterSetting("Output Gain=nan", product), cli::UsageError);
+    const cli::ParameterSetting mono = cli::ParseParameterSetting("Output Gain=-1e30", product);
+    EXPECT_EQ(mono.value, -1e30);
+    EXPECT_EQ(mono.valueText, "-1e30");
 }
 
 TEST(ParameterNames, InternalOrEditorNameForTheLayout) {

@@ -1,4 +1,5 @@
 #include "CliTestSupport.h"
+#include "core/SettingsTexts.h"
 #include "vorix/Interrupt.h"
 
 namespace vorix::test {
@@ -111,13 +112,21 @@ struct BadInput {
 std::vector<BadInput> BadInputs() {
     return {
         {"missing_file", 2, {}, "absent.wav", "no such file"},
-        {"text_named_wav", 2, {}, "text.wav"},
+        {"text_named_wav", 2, {}, "text.wav", "is not an audio file that can be read"},
         {"folder_as_input", 2, {}, "sub"},
         {"three_channels", 2, {}, "three.wav", "3 channels"},
+        {"sample_rate_zero", 2, {}, VORIX_REGRESSIONS_DIR "/audio/sample-rate-zero.wav",
+         "sample-rate-zero.wav\" is not an audio file that can be read: its kind is unknown, or "
+         "its header is damaged.\n"},
         {"corrupt_settings", 2, {"--settings", "corrupt.vrx"}, "in.wav", "corrupted"},
         {"wrong_version_settings", 2, {"--settings", "future.vrx"}, "in.wav",
          "Unable to load settings. These settings are not readable by this version of Vorix."},
         {"settings_not_settings", 2, {"--settings", "text.wav"}, "in.wav", "Unable to load"},
+        {"settings_folder", 2, {"--settings", "sub"}, "in.wav",
+         "sub\" is a folder, not a settings file."},
+        {"settings_without_end", 2, {"--settings", "/dev/zero"}, "in.wav",
+         "vorix render: Unable to load settings. These are not valid settings or the settings "
+         "have been corrupted.\n"},
         {"unknown_program", 1, {"--program", "Jazz"}, "in.wav", "no factory program"},
         {"unknown_parameter", 1, {"--set", "prmVolume=3"}, "in.wav", "prmVolume"},
         {"block_of_zero", 1, {"--block", "0"}},
@@ -147,7 +156,7 @@ TEST_P(RenderRefuses, WithOneSentenceAndNoOutput) {
 
     std::vector<std::string> args{"render", folder / c.input, folder / c.output};
     for (const std::string& option : c.options)
-        args.push_back(option.ends_with(".vrx") || option == "text.wav" ? folder / option : option);
+        args.push_back(fs::exists(folder / option) ? folder / option : option);
     const RunResult result = RunTool(args);
 
     EXPECT_EQ(result.status, c.status) << result.err;
@@ -158,6 +167,27 @@ TEST_P(RenderRefuses, WithOneSentenceAndNoOutput) {
 
 INSTANTIATE_TEST_SUITE_P(Inputs, RenderRefuses, ::testing::ValuesIn(BadInputs()),
                          [](const auto& info) { return std::string(info.param.label); });
+
+// Settings files are read up to the longest settings text the core takes and one byte more: a
+// file of that length loads, a longer one is refused as corrupted without being read to its end.
+TEST(Render, SettingsFileOfTheLargestSizeLoadsAndOneByteMoreIsRefused) {
+    TempFolder folder;
+    WriteAudio(folder / "in.wav", TestAudio(2, 44100, 0.1), kWav16);
+    std::string text = FactoryProgramText(4);
+    text.append(kMaxSettingsTextBytes - text.size(), '\n');
+    WriteText(folder / "largest.vrx", text);
+    WriteText(folder / "longer.vrx", text + "\n");
+    const RunResult largest = RunTool(
+        {"render", folder / "in.wav", folder / "a.wav", "--settings", folder / "largest.vrx"});
+    EXPECT_EQ(largest.status, 0) << largest.err;
+    const RunResult longer = RunTool(
+        {"render", folder / "in.wav", folder / "b.wav", "--settings", folder / "longer.vrx"});
+    EXPECT_EQ(longer.status, 2);
+    EXPECT_EQ(longer.err,
+              "vorix render: Unable to load settings. These are not valid settings or the "
+              "settings have been corrupted.\n");
+    EXPECT_FALSE(fs::exists(folder / "b.wav"));
+}
 
 // A render stopped after its output file was begun removes it, and an older file of the name
 // stays as it was.
@@ -262,6 +292,44 @@ TEST(Render, ParameterValueTheEngineDoesNotTakeIsWarnedOf) {
     EXPECT_EQ(
         RunTool({"render", folder / "in.wav", folder / "c.wav", "--set", "prmLeftGain=-6"}).err,
         "");
+}
+
+// A value outside a parameter's range is held to the nearer end of it, as a host's control holds
+// it: the render is the one of that end, and a warning line names the range and the value set.
+TEST(Render, ParameterValueOutsideItsRangeIsHeldToTheRangeWithAWarning) {
+    TempFolder folder;
+    WriteAudio(folder / "in.wav", TestAudio(2, 44100, 0.2), kWav16);
+    const auto render = [&](const std::string& name, const std::string& setting) {
+        return RunTool({"render", folder / "in.wav", folder / name, "--float", "--set", setting});
+    };
+    struct Case {
+        const char* outside;
+        const char* end;
+        const char* warning;
+    };
+    const Case cases[] = {
+        {"prmControl_1_Freq=-5", "prmControl_1_Freq=16",
+         "vorix render: warning: prmControl_1_Freq takes 16 Hz to 20000 Hz, so it is set to 16 Hz "
+         "rather than -5.\n"},
+        {"prmControl_1_Freq=0", "prmControl_1_Freq=16", "rather than 0.\n"},
+        {"prmControl_1_Freq=1e300", "prmControl_1_Freq=20000", "set to 20000 Hz rather than 1e300"},
+        {"B: Gain=40", "B: Gain=18", "takes -18 dB to 18 dB, so it is set to 18 dB rather than 40"},
+        {"prmControl_1_Poly=-0.5", "prmControl_1_Poly=0", "takes 0 to 1, so it is set to 0 rather"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.outside);
+        const RunResult held = render("held.wav", c.outside);
+        ASSERT_EQ(held.status, 0) << held.err;
+        EXPECT_EQ(LineCount(held.err), 1);
+        EXPECT_NE(held.err.find(c.warning), std::string::npos) << held.err;
+        const RunResult atEnd = render("end.wav", c.end);
+        ASSERT_EQ(atEnd.status, 0);
+        EXPECT_EQ(atEnd.err, "");
+        const Audio output = ReadAudio(folder / "held.wav");
+        EXPECT_EQ(output.samples, ReadAudio(folder / "end.wav").samples);
+        EXPECT_TRUE(std::all_of(output.samples.begin(), output.samples.end(),
+                                [](float v) { return std::fabs(v) < 4.0f; }));
+    }
 }
 
 }  // namespace

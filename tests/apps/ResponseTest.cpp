@@ -155,5 +155,20 @@ TEST(Response, OfAShownProgramsFileEqualsTheProgramsOwn) {
     }
 }
 
+// Parameter changes reach the response as they reach a render: held to the parameter's range,
+// with the warning, and an A-slot boost that shows where its filter now stands.
+TEST(Response, TakesParameterChangesHeldToTheirRanges) {
+    const RunResult held = RunTool({"response", "--freqs", "16,1000", "--set",
+                                    "prmControl_0_Freq=-5", "--set", "prmControl_0_Gain=9"});
+    const RunResult atEnd = RunTool({"response", "--freqs", "16,1000", "--set",
+                                     "prmControl_0_Freq=16", "--set", "prmControl_0_Gain=9"});
+    ASSERT_EQ(held.status, 0) << held.err;
+    EXPECT_EQ(held.err,
+              "vorix response: warning: prmControl_0_Freq takes 16 Hz to 20000 Hz, so it is set to "
+              "16 Hz rather than -5.\n");
+    EXPECT_EQ(held.out, atEnd.out);
+    EXPECT_NE(held.out, RunTool({"response", "--freqs", "16,1000"}).out);
+}
+
 }  // namespace
 }  // namespace vorix::test

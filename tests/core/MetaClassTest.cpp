@@ -109,9 +109,12 @@ TEST(MetaClassFormatValue, ReadsLabelsByWidthAndSetElseDecimalsByTypeThenUnits) 
         {17, 9, -1, 0, "C"}, {17, -5, -1, 0, "A"}, {17, nan, -1, 0, "A"},
         {kParamFrequency, 440.4f, -1, 0, "440"}, {kParamStepByCount, 0.126f, -1, 0, "0.13"},
         {kParamTimeLog, 12.34f, -1, 0, "12.3"}, {kParamBoostCutDb, -12.25f, 3, 0, "-12"},
-        {kParamBoostCutDb, -0.04f, -1, 0, "0.0"}, {99, 1, -1, 0, ""},
-        {kParamFrequency, 1000, -1, 1, "1000 Hz"}, {18, 1000, -1, 1, "1000"},
-        {19, 50, -1, 1, "50.0 %"}, {kParamBoostCutDb, 1, -1, 1, "1.0 dB"}};
+        {kParamBoostCutDb, -0.04f, -1, 0, "-0.0"}, {kParamBoostCutDb, 0.04f, -1, 0, "0.0"},
+        {kParamFrequency, -0.4f, -1, 0, "-0"}, {kParamStepByCount, -0.004f, -1, 0, "-0.00"},
+        {99, 1, -1, 0, ""}, {99, 1, -1, 1, ""},
+        {kParamFrequency, 1000, -1, 1, "1000 Hz"}, {kParamFrequency, 1500, 2, 1, "2k Hz"},
+        {18, 1000, -1, 1, "1000 "}, {kParamContinuous, 0.5f, -1, 1, "0.5 "},
+        {19, 50, -1, 1, "50.0 %"}, {kParamBoostCutDb, -0.04f, -1, 1, "-0.0 dB"}};
     // clang-format on
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.index << " " << c.value << " width " << c.width);

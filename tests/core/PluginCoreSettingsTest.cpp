@@ -79,6 +79,38 @@ TEST_F(PluginCoreSettings, TextEndsAtTheFirstZeroByteOrTheEndOfTheChunk) {
     EXPECT_EQ(core->state, "whole");
 }
 
+// Settings beyond any real document's size are damage, refused before the engine reads them,
+// whichever way they come: a chunk whose text runs on, a chunk far beyond the size, or a text
+// handed to the load itself.
+TEST_F(PluginCoreSettings, TextBeyondTheLargestSettingsIsRefusedAndChangesNothing) {
+    const auto padded = [](const std::string& state, std::size_t size) {
+        std::string text = SettingsFor(state);
+        text.append(size - text.size() - 1, ' ').append("\n");
+        return text;
+    };
+    auto core = MakeCore();
+    Offer(*core, padded("largest", kMaxSettingsTextBytes) + std::string(16, '\0'));
+    EXPECT_EQ(core->state, "largest");
+    core->SetAttribute("zoom", "3");
+
+    Offer(*core, padded("runs on", kMaxSettingsTextBytes + 1));
+    EXPECT_THROW(core->LoadSettings(padded("too long", kMaxSettingsTextBytes + 1)),
+                 PluginCore::InvalidSettingsData);
+    EXPECT_EQ(core->state, "largest");
+    EXPECT_EQ(core->FormatAttributes(), "<attributes>zoom=3</attributes>");
+    EXPECT_EQ(core->readTexts.size(), 1u);
+    EXPECT_EQ(Messages(),
+              (Errors{SettingsMessage(kSettingsCorrupted), SettingsMessage(kSettingsCorrupted)}));
+
+    // A short text in a chunk of gigantic size: not even scanned for carriage returns.
+    auto other = MakeCore();
+    std::string huge = SettingsFor("short") + std::string(kMaxSettingsTextBytes, '\0');
+    huge.back() = '\r';
+    Offer(*other, huge);
+    EXPECT_EQ(other->state, "initial");
+    EXPECT_EQ(Messages().back(), SettingsMessage(kSettingsCorrupted));
+}
+
 TEST_F(PluginCoreSettings, DocumentChunkCarriesEveryProgram) {
     auto source = MakeCore();
     source->SetProgramName("First");

@@ -49,7 +49,7 @@ TEST(VorixMetaClassTable, HoldsThe33RowsInOrderAndFindsThemById) {
     meta.FormatValueWithUnits(text, 0, 1000.0f, -1);
     EXPECT_EQ(text, "1000 Hz");
     meta.FormatValueWithUnits(text, 32, 17.0f, -1);
-    EXPECT_EQ(text, "17.0");
+    EXPECT_EQ(text, "17.0 ");
 }
 
 TEST(VorixMetaClassNames, EditorNamesFollowRoleAndOutputChannelsAndKnowTheirRows) {

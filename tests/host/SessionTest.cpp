@@ -61,6 +61,29 @@ TEST_F(SessionTest, RestoresIntoAFreshInsertThatRendersTheSameBits) {
               expected.channels);
 }
 
+// A session that keeps only the settings chunk: the controls come from the engine's restored
+// state, not from the new insert's start-up values, and the engine keeps its exact values
+// rather than the controls' rounded ones.
+TEST_F(SessionTest, ShowsTheEnginesRestoredValuesOnTheControlsWhenOnlyTheSettingsComeBack) {
+    Insert& original = EditedInsert();
+    const SavedChunk settings = ChunkOf(original.SaveChunks(), Id("zorc"));
+    Insert& restored = MakeInsert("StRT");
+    const std::vector<std::int32_t> startUp = ControlValues(restored);
+    restored.RestoreChunks({settings});
+    EXPECT_NE(ControlValues(restored), startUp);
+    // The filters of the slots A and B and the trims, the right one following the left through
+    // the link. (Free slots report the bottom of their ranges.)
+    const std::pair<const char*, const char*> shown[] = {
+        {"ctaa", "100.00 Hz"}, {"ctab", "-7.5 dB"}, {"ctac", "1.0"},     {"ctad", "3.46 kHz"},
+        {"ctae", "9.0 dB"},    {"ctaf", "0.2"},     {"ctbe", "-4.5 dB"}, {"ctbf", "-4.5 dB"}};
+    for (const auto& [id, text] : shown) {
+        EXPECT_EQ(restored.DescribeControl(restored.FindControl(id)).valueText, text) << id;
+    }
+    EXPECT_EQ(PayloadOf(ChunkOf(restored.SaveChunks(), Id("zorc"))), PayloadOf(settings));
+    EXPECT_EQ(RenderThrough(restored, TrackWithoutZeros(), 512).channels,
+              RenderThrough(original, TrackWithoutZeros(), 512).channels);
+}
+
 TEST_F(SessionTest, RefusesAControlStateWithAWrongMarkerAndChangesNoControl) {
     SavedChunk state = ChunkOf(EditedInsert().SaveChunks(), Id("elck"));
     state.bytes[56] = 2;
