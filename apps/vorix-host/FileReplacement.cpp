@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "vorix-host/EndingSignals.h"
+#include "platform/EndingSignals.h"
 #include "vorix-host/HostError.h"
 
 namespace vorix {

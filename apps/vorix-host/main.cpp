@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "vorix-host/EndingSignals.h"
+#include "platform/EndingSignals.h"
 #include "vorix-host/HostCommands.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "vorix/CommandLine.h"
-#include "vorix/OutputFile.h"
+#include "platform/EndingSignals.h"
 
 namespace vorix::cli {
 namespace {
@@ -18,16 +18,6 @@ namespace {
 // Lock-free, so that another thread or a signal handler may set it.
 std::atomic<bool> gInterrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
-
-// Every signal whose default action ends the process and that a process may catch; the real-time
-// signals, which end it too, are added at installation, since their numbers are known only then.
-constexpr int kEndingSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGILL,  SIGTRAP, SIGABRT,
-                                  SIGBUS,  SIGFPE,  SIGUSR1,   SIGSEGV, SIGUSR2, SIGPIPE,
-                                  SIGALRM, SIGTERM, SIGSTKFLT, SIGXCPU, SIGXFSZ, SIGVTALRM,
-                                  SIGPROF, SIGPOLL, SIGPWR,    SIGSYS};
-
-// What each signal did before the tool took it over; it does that again once the files are gone.
-std::array<struct sigaction, NSIG> gPreviousActions{};
 
 // The lines an interrupt writes, made before a signal can come, since a handler may not allocate.
 constexpr std::size_t kLineCapacity = 128;
@@ -51,46 +41,19 @@ void WriteLine(const std::array<char, kLineCapacity>& line) noexcept {
     static_cast<void>(written);  // nothing is left to tell if the standard error is gone
 }
 
-// A fault of the tool's own code, raised by the processor rather than sent: returning re-runs the
-// faulting instruction, which then meets the previous action (a sanitizer's report, a core dump).
-bool IsOwnFault(int signal, const siginfo_t* info) noexcept {
-    const bool faultKind =
-        signal == SIGSEGV || signal == SIGBUS || signal == SIGILL || signal == SIGFPE;
-    return faultKind && info != nullptr && info->si_code > 0;
-}
-
-// Async-signal-safe throughout: unlink, write, sigaction, raise, _exit.
-extern "C" void OnEndingSignal(int signal, siginfo_t* info, void* /*context*/) {
-    const bool hadOutput = RemoveUnfinishedOutputs();
-    if (signal == SIGINT || signal == SIGTERM) {
-        WriteLine(hadOutput ? gLines.withOutput : gLines.withoutOutput);
-        _exit(kExitFailure);
-    }
-    sigaction(signal, &gPreviousActions[static_cast<std::size_t>(signal)], nullptr);
-    // Blocked while this handler runs, the signal arrives again as it returns.
-    if (!IsOwnFault(signal, info)) raise(signal);
-}
-
-void TakeOver(int signal) {
-    struct sigaction previous {};
-    if (sigaction(signal, nullptr, &previous) != 0) return;
-    if (previous.sa_handler == SIG_IGN) return;
-    struct sigaction action {};
-    action.sa_sigaction = OnEndingSignal;
-    action.sa_flags = SA_SIGINFO;
-    sigfillset(&action.sa_mask);  // one handler at a time
-    gPreviousActions[static_cast<std::size_t>(signal)] = previous;
-    sigaction(signal, &action, nullptr);
+// Ctrl-C and a polite kill end the command here, with its line; other signals go on to what they
+// did before. Async-signal-safe: write and _exit.
+void OnEndingSignal(int signal, bool removedFiles) noexcept {
+    if (signal != SIGINT && signal != SIGTERM) return;
+    WriteLine(removedFiles ? gLines.withOutput : gLines.withoutOutput);
+    _exit(kExitFailure);
 }
 
 }  // namespace
 
 void InstallSignalHandlers() {
     SetInterruptedCommand({});
-    for (const int signal : kEndingSignals)
-        TakeOver(signal);
-    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal)
-        TakeOver(signal);
+    InstallEndingSignalHandlers(&OnEndingSignal);
 }
 
 void SetInterruptedCommand(std::string_view command) noexcept {

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "platform/EndingSignals.h"
 #include "vorix/ToolErrors.h"
 
 namespace vorix::cli {
@@ -22,33 +23,9 @@ constexpr int kTemporaryNameAttempts = 100;
 
 std::atomic<unsigned> gTemporaryCounter{0};
 
-// The temporary files under way, where a signal handler finds them without allocating or
-// locking: a few slots of whole paths, each free, being filled, or holding a path. More outputs
-// at once than slots is no use of the tool; such a file is only unprotected.
-enum SlotState : int { kFree, kFilling, kHolding };
-struct UnfinishedSlot {
-    std::atomic<int> state{kFree};
-    std::array<char, PATH_MAX> path{};
-};
-static_assert(std::atomic<int>::is_always_lock_free);
-std::array<UnfinishedSlot, 8> gUnfinished;
-
-// The slot that now holds `path`, or -1.
-int Enlist(const std::string& path) noexcept {
-    if (path.size() >= PATH_MAX) return -1;
-    for (std::size_t k = 0; k < gUnfinished.size(); ++k) {
-        UnfinishedSlot& slot = gUnfinished[k];
-        int expected = kFree;
-        if (!slot.state.compare_exchange_strong(expected, kFilling)) continue;
-        std::memcpy(slot.path.data(), path.c_str(), path.size() + 1);
-        slot.state.store(kHolding, std::memory_order_release);
-        return static_cast<int>(k);
-    }
-    return -1;
-}
-
+// Takes the file off the signal handlers' list.
 void Release(int& slot) noexcept {
-    if (slot >= 0) gUnfinished[static_cast<std::size_t>(slot)].state.store(kFree);
+    ReleaseTemporaryFile(slot);
     slot = -1;
 }
 
@@ -74,7 +51,7 @@ PendingOutputFile::PendingOutputFile(const std::string& path) : path_(path) {
     for (int attempt = 0; attempt < kTemporaryNameAttempts; ++attempt) {
         temporaryPath_ = TemporaryName(std::filesystem::path(path));
         // Enlisted before it exists, so that no signal finds it made but unknown.
-        unfinishedSlot_ = Enlist(temporaryPath_);
+        unfinishedSlot_ = EnlistTemporaryFile(temporaryPath_);
         // 0666 before the user's umask, as for any file a program creates.
         descriptor_ = open(temporaryPath_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor_ >= 0) return;
@@ -107,16 +84,6 @@ void PendingOutputFile::Discard() noexcept {
     if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
     unlink(temporaryPath_.c_str());
     Release(unfinishedSlot_);
-}
-
-bool RemoveUnfinishedOutputs() noexcept {
-    bool removed = false;
-    for (UnfinishedSlot& slot : gUnfinished) {
-        if (slot.state.load(std::memory_order_acquire) != kHolding) continue;
-        unlink(slot.path.data());
-        removed = true;
-    }
-    return removed;
 }
 
 }  // namespace vorix::cli

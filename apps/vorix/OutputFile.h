@@ -36,8 +36,4 @@ class PendingOutputFile {
     bool committed_ = false;
 };
 
-// Signal handlers; async-signal-safe. Removes the temporary files of every PendingOutputFile not
-// yet committed or discarded, and answers whether there was one.
-bool RemoveUnfinishedOutputs() noexcept;
-
 }  // namespace vorix::cli

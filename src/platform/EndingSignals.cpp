@@ -1,4 +1,4 @@
-#include "vorix-host/EndingSignals.h"
+#include "platform/EndingSignals.h"
 
 #include <signal.h>
 #include <unistd.h>
@@ -18,7 +18,9 @@ constexpr int kEndingSignals[] = {SIGHUP,  SIGINT,  SIGQUIT,   SIGILL,  SIGTRAP,
                                   SIGALRM, SIGTERM, SIGSTKFLT, SIGXCPU, SIGXFSZ, SIGVTALRM,
                                   SIGPROF, SIGPOLL, SIGPWR,    SIGSYS};
 
-// What each signal did before the host took it over; it does that again once the files are gone.
+EndingSignalHook gHook = nullptr;
+
+// What each signal did before the process took it over; it does that again once the files are gone.
 std::array<struct sigaction, NSIG> gPreviousActions{};
 
 // A few slots of whole paths, each free, being filled, or holding a path: a handler may neither
@@ -31,7 +33,7 @@ struct TemporarySlot {
 static_assert(std::atomic<int>::is_always_lock_free);
 std::array<TemporarySlot, 8> gTemporaryFiles;
 
-// A fault of the host's own code, raised by the processor rather than sent: returning re-runs the
+// A fault of the process's own code, raised by the processor rather than sent: returning re-runs the
 // faulting instruction, which then meets the previous action (a sanitizer's report, a core dump).
 bool IsOwnFault(int signal, const siginfo_t* info) noexcept {
     const bool faultKind =
@@ -39,11 +41,10 @@ bool IsOwnFault(int signal, const siginfo_t* info) noexcept {
     return faultKind && info != nullptr && info->si_code > 0;
 }
 
-// Async-signal-safe throughout: unlink, sigaction, raise.
+// Async-signal-safe throughout: unlink, sigaction, raise, and what the hook does.
 extern "C" void OnEndingSignal(int signal, siginfo_t* info, void* /*context*/) {
-    for (TemporarySlot& slot : gTemporaryFiles) {
-        if (slot.state.load(std::memory_order_acquire) == kHolding) unlink(slot.path.data());
-    }
+    const bool removed = RemoveTemporaryFiles();
+    if (gHook != nullptr) gHook(signal, removed);
     sigaction(signal, &gPreviousActions[static_cast<std::size_t>(signal)], nullptr);
     // Blocked while this handler runs, the signal arrives again as it returns.
     if (!IsOwnFault(signal, info)) raise(signal);
@@ -62,7 +63,8 @@ void TakeOver(int signal) {
 
 }  // namespace
 
-void InstallEndingSignalHandlers() {
+void InstallEndingSignalHandlers(EndingSignalHook hook) {
+    gHook = hook;
     for (const int signal : kEndingSignals)
         TakeOver(signal);
     for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal)
@@ -86,6 +88,16 @@ void ReleaseTemporaryFile(int slot) noexcept {
     if (slot >= 0 && slot < static_cast<int>(gTemporaryFiles.size())) {
         gTemporaryFiles[static_cast<std::size_t>(slot)].state.store(kFree);
     }
+}
+
+bool RemoveTemporaryFiles() noexcept {
+    bool removed = false;
+    for (TemporarySlot& slot : gTemporaryFiles) {
+        if (slot.state.load(std::memory_order_acquire) != kHolding) continue;
+        unlink(slot.path.data());
+        removed = true;
+    }
+    return removed;
 }
 
 }  // namespace vorix
