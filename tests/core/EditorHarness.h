@@ -147,15 +147,20 @@ class EditorTest : public CoreTest {
         CoreTest::TearDown();
     }
 
-    // Opens an editor whose frames `build` makes, and paints it once.
-    HeadlessEditor& OpenEditor(HeadlessEditor::Builder build, bool expose = true) {
+    // The engine under the editor, made on first use.
+    EditorCore* Core() {
         if (core == nullptr) {
             SetMetaClassMaker(
                 [product = setup] { return std::make_unique<TestMetaClass>(product); });
             core = std::make_unique<EditorCore>(&platform, ChannelConfig{2, 2},
                                                 [this] { return ticks.load(); });
         }
-        editor = std::make_unique<HeadlessEditor>(core.get(), &resources, std::move(build));
+        return core.get();
+    }
+
+    // Opens an editor whose frames `build` makes, and paints it once.
+    HeadlessEditor& OpenEditor(HeadlessEditor::Builder build, bool expose = true) {
+        editor = std::make_unique<HeadlessEditor>(Core(), &resources, std::move(build));
         EXPECT_TRUE(editor->Open());
         if (expose) editor->Expose();
         return *editor;

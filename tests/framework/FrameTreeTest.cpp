@@ -199,13 +199,19 @@ TEST_F(FrameTree, APressReachesTheDeepestFrameInItsOwnCoordinates) {
 
     // The child's left column is its edge: the press falls through to the parent.
     editor->Press(110, 80);
+    ASSERT_EQ(editor->GetHoverFrame(), a);
     EXPECT_EQ(a->events.back(), (PaintedFrame::Event{Frame::kMouseDown, 10, 30}));
     EXPECT_EQ(a1->events.back(), (PaintedFrame::Event{Frame::kMouseLeft, -1, -1}));
     // Its last column inside is still the child's; one beyond is the parent's.
     editor->Press(139, 80);
+    ASSERT_EQ(editor->GetHoverFrame(), a1);
     EXPECT_EQ(a1->events.back(), (PaintedFrame::Event{Frame::kMouseDown, 29, 10}));
     editor->Press(140, 80);
+    ASSERT_EQ(editor->GetHoverFrame(), a);
     EXPECT_EQ(a->events.back(), (PaintedFrame::Event{Frame::kMouseDown, 40, 30}));
+    // So is the child's top row.
+    editor->Press(120, 70);
+    EXPECT_EQ(editor->GetHoverFrame(), a);
 }
 
 TEST_F(FrameTree, TheOldestOfOverlappingSiblingsTakesThePressAndHiddenFramesNone) {
