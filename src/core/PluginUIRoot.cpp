@@ -413,8 +413,10 @@ void PluginUIRoot::EditText(const Rect& windowRect, std::string_view text,
 void PluginUIRoot::CommitEdit() {
     if (editField_ == nullptr) return;
     const std::string text = editField_->GetText();
-    // A text the client refuses stays in the field for the user to mend.
-    if (editClient_ != nullptr && !editClient_->IsTextValid(text)) return;
+    // A text the client refuses stays in the field for the user to mend; a client that has
+    // gone meanwhile is told nothing, and the field just closes.
+    const bool clientAlive = editClient_ != nullptr && editClient_->HasTarget();
+    if (clientAlive && !editClient_->IsTextValid(text)) return;
     std::unique_ptr<TextEditDialogUserProxy> client = std::move(editClient_);
     CloseEditField();
     if (client != nullptr) client->TextEditDone(&text);
