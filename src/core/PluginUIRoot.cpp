@@ -443,12 +443,16 @@ void PluginUIRoot::ShowAbout() {
     } else {
         aboutFrame_->SetVisible(true, false);
     }
+    if (aboutFrame_ == nullptr) return;
+    // Over the whole editor, the panel takes every press until it is put away.
+    AddModalFrame(*aboutFrame_);
     SetKeyFrame(aboutFrame_);
 }
 
 void PluginUIRoot::CloseAbout(AboutFrame& frame) {
     // The panel may not delete itself inside its own mouse handler: it is hidden, and kept.
     frame.SetVisible(false, false);
+    RemoveModalFrame(frame);
     if (keyFrame_ == &frame) SetKeyFrame(nullptr);
 }
 
