@@ -37,8 +37,7 @@ class BenchServices : public PluginServices {
 // The root of a tree without a host: the window surface and the shared buffer, nothing else.
 class BenchRoot : public FrameRoot {
   public:
-    explicit BenchRoot(PluginServices* services)
-        : FrameRoot(services), window_(kWidth, kHeight) {}
+    explicit BenchRoot(PluginServices* services) : FrameRoot(services), window_(kWidth, kHeight) {}
     ~BenchRoot() override { top.reset(); }
 
     DrawContext* GetWindowContext() const override { return &window_; }
@@ -111,8 +110,7 @@ struct Editor {
         std::int32_t id = 10;
         for (std::int32_t row = 0; row < 4; ++row) {
             for (std::int32_t column = 0; column < 10; ++column) {
-                const Rect place{10 + column * 24, 10 + row * 20, 30 + column * 24,
-                                 26 + row * 20};
+                const Rect place{10 + column * 24, 10 + row * 20, 30 + column * 24, 26 + row * 20};
                 new MultiStateButton(top, place, id++, buttons, 0, 1, (row + column) % 2);
             }
         }
@@ -132,16 +130,15 @@ struct Editor {
             meters.push_back(meter);
         }
         for (std::int32_t i = 0; i < 25; ++i) {
-            auto* label = new StaticTextPMFrame(top, {10 + (i % 5) * 90, 250 + (i / 5) * 18,
-                                                      90 + (i % 5) * 90, 264 + (i / 5) * 18},
-                                                id++, Text("Band %d 1.2 kHz", i + 1),
-                                                &art, {340, 460});
+            auto* label = new StaticTextPMFrame(
+                top, {10 + (i % 5) * 90, 250 + (i / 5) * 18, 90 + (i % 5) * 90, 264 + (i / 5) * 18},
+                id++, Text("Band %d 1.2 kHz", i + 1), &art, {340, 460});
             label->SetFont(1, kWhite);
         }
         for (std::int32_t i = 0; i < 25; ++i) {
-            auto* text = new TextFrame(top, {10 + (i % 5) * 90, 350 + (i / 5) * 16,
-                                             90 + (i % 5) * 90, 364 + (i / 5) * 16},
-                                       id++, Text("+%d.5 dB", i));
+            auto* text = new TextFrame(
+                top, {10 + (i % 5) * 90, 350 + (i / 5) * 16, 90 + (i % 5) * 90, 364 + (i / 5) * 16},
+                id++, Text("+%d.5 dB", i));
             text->SetAlignment(TextFrame::kRight, 2);
         }
         for (std::int32_t i = 0; i < 4; ++i)

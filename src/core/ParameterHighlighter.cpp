@@ -10,15 +10,15 @@ enum Corner : std::uint32_t { kTopLeft = 1, kTopRight = 2, kBottomLeft = 4, kBot
 // By corner code, 0 to 9.
 constexpr std::array<std::uint32_t, 10> kCornerTable{
     kTopLeft | kTopRight | kBottomLeft | kBottomRight,  // 0: all four
-    0,                                                   // 1: none
-    kTopLeft,                                            // 2
-    kTopRight,                                           // 3
-    kBottomLeft,                                         // 4
-    kBottomRight,                                        // 5
-    kTopLeft | kBottomLeft,                              // 6
-    kTopRight | kBottomRight,                            // 7
-    kTopLeft | kTopRight,                                // 8
-    kBottomLeft | kBottomRight,                          // 9
+    0,                                                  // 1: none
+    kTopLeft,                                           // 2
+    kTopRight,                                          // 3
+    kBottomLeft,                                        // 4
+    kBottomRight,                                       // 5
+    kTopLeft | kBottomLeft,                             // 6
+    kTopRight | kBottomRight,                           // 7
+    kTopLeft | kTopRight,                               // 8
+    kBottomLeft | kBottomRight,                         // 9
 };
 
 // By colour index, 0 to 3, in 16-bit components.

@@ -91,9 +91,9 @@ bool PluginUIRoot::Open() {
             removalAgent_ = std::make_unique<HiliteFrameRemovalAgent>(*this);
         // Whatever the new frames set up is the editor's own doing: nothing reaches the host.
         PluginCore::InternalChange internal(*core_);
-        highlights_.assign(static_cast<std::size_t>(
-                               std::max(0, core_->MetaClass().GetParameterCount())),
-                           ParameterHighlight{});
+        highlights_.assign(
+            static_cast<std::size_t>(std::max(0, core_->MetaClass().GetParameterCount())),
+            ParameterHighlight{});
         core_->SetEditor(this);
         drawContext_ = CreateDrawContext();
         if (drawContext_ == nullptr) VORIX_THROW(AppFrame::ResAlloc);
@@ -209,9 +209,7 @@ void PluginUIRoot::Idle() {
     try {
         core_->DispatchPendingParameters();
         if (captureFrame_ == nullptr && rootFrame_->IsVisible()) UpdateHover();
-        {
-            DrawLock paint(*this, true);
-        }
+        { DrawLock paint(*this, true); }
         Pump();
     } catch (const std::bad_alloc&) {
         ReportError(core_, kUnknownErrorOccurred, kNoMemory, "", kEditorErrorKind);
@@ -265,7 +263,7 @@ void PluginUIRoot::MouseDown(std::int32_t x, std::int32_t y) {
         }
 
         Frame* target = !GetModalFrames().empty() ? GetModalFrames().front()
-                                                   : rootFrame_->FindFrameAt(x, y, true);
+                                                  : rootFrame_->FindFrameAt(x, y, true);
         if (target != nullptr) {
             SetHoverFrame(target, x, y);
             if (IsLiveFrame(target)) {

@@ -15,7 +15,7 @@ inline constexpr const char* kAboutCredit = "Zorvane Sound Works - made for care
 // `pictureId` (0 for none) of `pictureSize` centred, the maker's credit at the top right, and the
 // product's name and version at the top left, read from the product's description. The panel is
 // a child of `parent` (the root frame when null) and tells `root` when it is clicked away.
-AboutFrame* CreateStandardAboutFrame(PluginUIRoot& root, Frame* parent,
-                                     std::int32_t pictureId = 0, Point pictureSize = {});
+AboutFrame* CreateStandardAboutFrame(PluginUIRoot& root, Frame* parent, std::int32_t pictureId = 0,
+                                     Point pictureSize = {});
 
 }  // namespace vorix

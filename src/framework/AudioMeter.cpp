@@ -89,7 +89,8 @@ void AudioMeter::Draw(DrawContext& context, const Rect& rect) {
 }
 
 Rect AudioMeter::BarPart(std::int32_t start, std::int32_t end) const {
-    if (vertical_) return {barRect_.left, barRect_.bottom - end, barRect_.right, barRect_.bottom - start};
+    if (vertical_)
+        return {barRect_.left, barRect_.bottom - end, barRect_.right, barRect_.bottom - start};
     return {barRect_.left + start, barRect_.top, barRect_.left + end, barRect_.bottom};
 }
 
@@ -130,8 +131,7 @@ void AudioMeter::DrawBar(DrawContext& context, const Rect& dirty, float level,
     DrawRange(context, range, peak, dirty);
 }
 
-void AudioMeter::DrawRange(DrawContext& context, Range range, const Rect& rect,
-                           const Rect& dirty) {
+void AudioMeter::DrawRange(DrawContext& context, Range range, const Rect& rect, const Rect& dirty) {
     if (rect.IsEmpty()) return;
     const Rect place = reversed_ ? Mirrored(rect) : rect;
     switch (range) {

@@ -66,8 +66,8 @@ void AboutFrame::Draw(DrawContext& context, const Rect& /*rect*/) {
         context.MoveTo(at);
         context.DrawString(credits_.text);
     }
-    const Point version = credits_.versionPosition == Point{} ? Point{2, 10}
-                                                              : credits_.versionPosition;
+    const Point version =
+        credits_.versionPosition == Point{} ? Point{2, 10} : credits_.versionPosition;
     context.MoveTo(version);
     context.DrawString(credits_.version);
 }

@@ -17,8 +17,8 @@ constexpr RGBColor kOutlineColor{0xFFFF, 0, 0};
 
 }  // namespace
 
-Frame::Frame(Frame& parent, std::int32_t x, std::int32_t y, std::int32_t width,
-             std::int32_t height, std::uint32_t flags, std::int32_t id)
+Frame::Frame(Frame& parent, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
+             std::uint32_t flags, std::int32_t id)
     : flags_(flags), root_(parent.root_), id_(id), parent_(&parent) {
     SetUp(x + parent.childOffset_.x, y + parent.childOffset_.y, width, height);
 }
@@ -119,8 +119,8 @@ void Frame::Refresh(const Rect* rect, bool rectIsLocal) {
         if (overlay_ != nullptr) overlay_->Draw(*this, *context_, area);
         if (gOutlineDebugging) {
             context_->SetForeColor(kOutlineColor);
-            context_->FrameRect({bounds_.left - 1, bounds_.top - 1, bounds_.right + 1,
-                                 bounds_.bottom + 1});
+            context_->FrameRect(
+                {bounds_.left - 1, bounds_.top - 1, bounds_.right + 1, bounds_.bottom + 1});
         }
     }
 

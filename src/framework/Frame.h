@@ -34,18 +34,18 @@ class Frame {
   public:
     // Bits of the frame's flags.
     enum Flag : std::uint32_t {
-        kAnchorLeft = 0x1,     // keep the left margin to the parent
-        kAnchorTop = 0x2,      // keep the top margin
-        kAnchorRight = 0x4,    // keep the right margin
-        kAnchorBottom = 0x8,   // keep the bottom margin
+        kAnchorLeft = 0x1,      // keep the left margin to the parent
+        kAnchorTop = 0x2,       // keep the top margin
+        kAnchorRight = 0x4,     // keep the right margin
+        kAnchorBottom = 0x8,    // keep the bottom margin
         kModifierImage = 0x10,  // the image changes with the modifier keys
         kRepaintOnActivation = 0x20,
-        kTransparent = 0x80,       // the parent must paint first
-        kOffscreen = 0x100,        // paints through the shared offscreen buffer
-        kKeepOffscreen = 0x200,    // keeps kOffscreen even when the root declines it
-        kAlwaysInside = 0x400,     // counts as wholly inside the parent
-        kFloatingLow = 0x1000,     // floats above its siblings, layer 1
-        kFloatingHigh = 0x2000,    // floats above its siblings, layer 2 (3 with kFloatingLow)
+        kTransparent = 0x80,     // the parent must paint first
+        kOffscreen = 0x100,      // paints through the shared offscreen buffer
+        kKeepOffscreen = 0x200,  // keeps kOffscreen even when the root declines it
+        kAlwaysInside = 0x400,   // counts as wholly inside the parent
+        kFloatingLow = 0x1000,   // floats above its siblings, layer 1
+        kFloatingHigh = 0x2000,  // floats above its siblings, layer 2 (3 with kFloatingLow)
     };
     static constexpr std::uint32_t kAnchorMask = 0xF;
     static constexpr std::uint32_t kFloatingMask = kFloatingLow | kFloatingHigh;
@@ -77,8 +77,8 @@ class Frame {
     Frame(Frame& parent, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
           std::uint32_t flags, std::int32_t id);
     // Editor thread. The top frame of `root`'s tree.
-    Frame(FrameRoot& root, std::int32_t x, std::int32_t y, std::int32_t width,
-          std::int32_t height, std::uint32_t flags, std::int32_t id);
+    Frame(FrameRoot& root, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
+          std::uint32_t flags, std::int32_t id);
 
     // Editor thread. Tells its class (kMsgDestroyed), lets go of the mouse, the float and the
     // queue, deletes its children and its overlay, and leaves its parent, which repaints.
@@ -98,8 +98,8 @@ class Frame {
     // Editor thread. A new place in the parent's coordinates; the old and new places repaint.
     virtual void MoveTo(std::int32_t x, std::int32_t y);
     virtual void SetSize(std::int32_t width, std::int32_t height, bool refresh);
-    virtual void SetBounds(std::int32_t x, std::int32_t y, std::int32_t width,
-                           std::int32_t height, bool refresh);
+    virtual void SetBounds(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
+                           bool refresh);
     virtual void SetVisible(bool visible, bool noRefresh);
     // Editor thread. Registers the floating rectangle while the frame floats and is shown, and
     // withdraws it otherwise.

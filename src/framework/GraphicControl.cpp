@@ -102,8 +102,7 @@ void GraphicControl::SetResetOnShift(bool reset) {
     if (reset) allowShift_ = true;
 }
 
-void GraphicControl::SetAllowedModifiers(bool controlShift, bool control, bool option,
-                                         bool shift) {
+void GraphicControl::SetAllowedModifiers(bool controlShift, bool control, bool option, bool shift) {
     allowControlShift_ = controlShift;
     allowControl_ = control;
     allowOption_ = option;

@@ -5,8 +5,7 @@
 
 namespace vorix {
 
-IncDecControlGroup::IncDecControlGroup(PluginServices* services,
-                                       GenericControl* incrementButton,
+IncDecControlGroup::IncDecControlGroup(PluginServices* services, GenericControl* incrementButton,
                                        GenericControl* decrementButton, GenericControl* target)
     : ControlContainer(services, 0),
       MessageSubscriber<IncDecControlGroup>(services),

@@ -2,9 +2,8 @@
 
 namespace vorix {
 
-PixMapButton::PixMapButton(Frame& parent, const Rect& place, std::int32_t id,
-                           const ButtonArt& art, Value minimum, Value maximum,
-                           Value defaultValue, std::uint32_t flags,
+PixMapButton::PixMapButton(Frame& parent, const Rect& place, std::int32_t id, const ButtonArt& art,
+                           Value minimum, Value maximum, Value defaultValue, std::uint32_t flags,
                            CentralController* controller)
     : GraphicControl(parent, place, flags, id, minimum, maximum, defaultValue, controller),
       art_(art) {
@@ -91,9 +90,8 @@ MultiStateButton::MultiStateButton(Frame& parent, const Rect& place, std::int32_
     SetButtonMode(kMultiState);
 }
 
-ActionButton::ActionButton(Frame& parent, const Rect& place, std::int32_t id,
-                           const ButtonArt& art, std::uint32_t flags,
-                           CentralController* controller)
+ActionButton::ActionButton(Frame& parent, const Rect& place, std::int32_t id, const ButtonArt& art,
+                           std::uint32_t flags, CentralController* controller)
     : PixMapButton(parent, place, id, art, 0, 1, 0, flags, controller) {
     SetButtonMode(kAction);
 }

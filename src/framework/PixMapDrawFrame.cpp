@@ -25,9 +25,8 @@ void PixMapDrawFrame::SetSource(const DrawContext* pixmap, Point source) {
 }
 
 ScalablePmDrawFrame::ScalablePmDrawFrame(Frame& parent, const Rect& place, std::uint32_t flags,
-                                         std::int32_t id, const DrawContext* pixmap,
-                                         Point source, Point sourceSize,
-                                         std::int16_t cornerSize)
+                                         std::int32_t id, const DrawContext* pixmap, Point source,
+                                         Point sourceSize, std::int16_t cornerSize)
     : PixMapDrawFrame(parent, place, flags, id, pixmap, source),
       cornerSize_(cornerSize),
       sourceWidth_(sourceSize.x),
@@ -52,8 +51,8 @@ void ScalablePmDrawFrame::Draw(DrawContext& context, const Rect& rect) {
         context.CopyBits(*pixmap, {s.x, s.y, s.x + c, s.y + c}, {0, 0}, false);
         context.CopyBits(*pixmap, {s.x + sw - c, s.y, s.x + sw, s.y + c}, {w - c, 0}, false);
         context.CopyBits(*pixmap, {s.x, s.y + sh - c, s.x + c, s.y + sh}, {0, h - c}, false);
-        context.CopyBits(*pixmap, {s.x + sw - c, s.y + sh - c, s.x + sw, s.y + sh},
-                         {w - c, h - c}, false);
+        context.CopyBits(*pixmap, {s.x + sw - c, s.y + sh - c, s.x + sw, s.y + sh}, {w - c, h - c},
+                         false);
         // Edges, tiled one source span at a time: top and bottom, then left and right.
         const std::int32_t spanX = sw - 2 * c;
         for (std::int32_t x = c; spanX > 0 && x < w - c; x += spanX) {
@@ -80,9 +79,9 @@ void ScalablePmDrawFrame::Tile(DrawContext& context, const Rect& from, const Rec
         const std::int32_t rows = std::min(from.Height(), to.bottom - y);
         for (std::int32_t x = to.left; x < to.right; x += from.Width()) {
             const std::int32_t columns = std::min(from.Width(), to.right - x);
-            context.CopyBits(*GetPixmap(), {from.left, from.top, from.left + columns,
-                                            from.top + rows},
-                             {x, y}, false);
+            context.CopyBits(*GetPixmap(),
+                             {from.left, from.top, from.left + columns, from.top + rows}, {x, y},
+                             false);
         }
     }
 }

@@ -6,9 +6,8 @@
 
 namespace vorix {
 
-PixMapSlider::PixMapSlider(Frame& parent, const Rect& place, std::int32_t id,
-                           const SliderArt& art, Value minimum, Value maximum,
-                           Value defaultValue, std::uint32_t flags,
+PixMapSlider::PixMapSlider(Frame& parent, const Rect& place, std::int32_t id, const SliderArt& art,
+                           Value minimum, Value maximum, Value defaultValue, std::uint32_t flags,
                            CentralController* controller)
     : GraphicControl(parent, place, flags, id, minimum, maximum, defaultValue, controller),
       art_(art),
@@ -24,8 +23,7 @@ void PixMapSlider::DrawBackground(DrawContext& context, const Rect& /*rect*/) {
     if (art_.pixmap == nullptr) return;
     context.ResetCopyColors();
     const Point b = art_.background;
-    context.CopyBits(*art_.pixmap, {b.x, b.y, b.x + GetWidth(), b.y + GetHeight()}, {0, 0},
-                     false);
+    context.CopyBits(*art_.pixmap, {b.x, b.y, b.x + GetWidth(), b.y + GetHeight()}, {0, 0}, false);
 }
 
 void PixMapSlider::DrawThumb(DrawContext& context, const Rect& /*rect*/) {
@@ -33,13 +31,12 @@ void PixMapSlider::DrawThumb(DrawContext& context, const Rect& /*rect*/) {
     Point source = art_.thumb;
     if (!IsEnabled() && art_.disabledThumb.x != -1 && art_.disabledThumb.y != -1)
         source = art_.disabledThumb;
-    const Rect from{source.x, source.y, source.x + art_.thumbSize.x,
-                    source.y + art_.thumbSize.y};
+    const Rect from{source.x, source.y, source.x + art_.thumbSize.x, source.y + art_.thumbSize.y};
     const Rect thumb = ThumbRect();
     context.ResetCopyColors();
     if (art_.mask.x != 0 || art_.mask.y != 0) {
-        context.CopyMaskedBits(*art_.pixmap, from, *art_.pixmap, art_.mask,
-                               {thumb.left, thumb.top}, false);
+        context.CopyMaskedBits(*art_.pixmap, from, *art_.pixmap, art_.mask, {thumb.left, thumb.top},
+                               false);
     } else {
         context.CopyBits(*art_.pixmap, from, {thumb.left, thumb.top}, false);
     }
@@ -84,9 +81,10 @@ PixMapSlider::Value PixMapSlider::PixelToValue(std::int32_t pixel) {
 
 std::int32_t PixMapSlider::ValueToPixel(Value value) {
     const double span = static_cast<double>(GetMaximum()) - GetMinimum();
-    if (span <= 0.0) return vertical_ ? track_.bottom - art_.thumbSize.y : track_.left + art_.thumbSize.x;
-    const double v = static_cast<Value>(ApplyTaper(true, (value - GetMinimum()) / span) * span +
-                                        GetMinimum());
+    if (span <= 0.0)
+        return vertical_ ? track_.bottom - art_.thumbSize.y : track_.left + art_.thumbSize.x;
+    const double v =
+        static_cast<Value>(ApplyTaper(true, (value - GetMinimum()) / span) * span + GetMinimum());
     const double share = (v - GetMinimum()) / span;
     if (vertical_) {
         const double length = track_.bottom - art_.thumbSize.y - track_.top;
@@ -100,8 +98,7 @@ std::int32_t PixMapSlider::PointToPixel(std::int32_t x, std::int32_t y) {
     return vertical_ ? y - art_.thumbSize.y / 2 : x - art_.thumbSize.x / 2;
 }
 
-void PixMapSlider::TrackMouse(std::int32_t phase, std::int32_t x, std::int32_t y,
-                              bool /*inside*/) {
+void PixMapSlider::TrackMouse(std::int32_t phase, std::int32_t x, std::int32_t y, bool /*inside*/) {
     if (phase == kTrackPress) {
         const Rect thumb = ThumbRect();
         if (x > thumb.left && x < thumb.right && y > thumb.top && y < thumb.bottom) {
@@ -137,8 +134,8 @@ void PixMapSlider::SetShowThumb(bool show) {
 
 RangeLimitedSlider::RangeLimitedSlider(Frame& parent, const Rect& place, std::int32_t id,
                                        const SliderArt& art, Value minimum, Value maximum,
-                                       Value defaultValue, float pixelsPerUnit,
-                                       std::uint32_t flags, CentralController* controller)
+                                       Value defaultValue, float pixelsPerUnit, std::uint32_t flags,
+                                       CentralController* controller)
     : PixMapSlider(parent, place, id, art, minimum, maximum, defaultValue, flags, controller),
       pixelsPerUnit_(pixelsPerUnit) {}
 
@@ -171,8 +168,8 @@ void RangeLimitedSlider::DrawBackground(DrawContext& context, const Rect& rect) 
     if (art.pixmap == nullptr || limitImage_.x == -1 || limitImage_.y == -1) return;
     const std::int32_t w = GetWidth();
     const auto offset = static_cast<std::int32_t>(-GetMinimum() * double{pixelsPerUnit_});
-    const Rect from{limitImage_.x + w - art.thumbSize.x - offset, limitImage_.y,
-                    limitImage_.x + w, limitImage_.y + GetHeight()};
+    const Rect from{limitImage_.x + w - art.thumbSize.x - offset, limitImage_.y, limitImage_.x + w,
+                    limitImage_.y + GetHeight()};
     context.CopyMaskedBits(*art.pixmap, from, *art.pixmap, limitMask_,
                            {w - art.thumbSize.x - offset, 0}, false);
 }

@@ -7,8 +7,8 @@
 namespace vorix {
 
 RadioControlGroup::RadioControlGroup(PluginServices* services, std::int32_t argument)
-    : GenericControl(services, std::numeric_limits<Value>::min(),
-                     std::numeric_limits<Value>::max(), 0, 0, nullptr),
+    : GenericControl(services, std::numeric_limits<Value>::min(), std::numeric_limits<Value>::max(),
+                     0, 0, nullptr),
       ControlContainer(services, argument) {}
 
 template <typename Step>
@@ -42,8 +42,10 @@ void RadioControlGroup::SetValueSilently(Value id) {
 void RadioControlGroup::AddButton(GraphicControl* button, std::int32_t id) {
     AddControl(button, id, true);
     if (GetValue() != id) return;
-    for (const auto& [childId, entry] : GetEntries()) {
-        Quietly(entry, [&, childId = childId] { entry.control->SetValue(childId == id ? 1 : 0); });
+    for (const auto& child : GetEntries()) {
+        GenericControl* control = child.second.control;
+        const GenericControl::Value on = child.first == id ? 1 : 0;
+        Quietly(child.second, [control, on] { control->SetValue(on); });
     }
 }
 
@@ -55,16 +57,18 @@ void RadioControlGroup::OnControlValueChanged(std::int32_t id, GenericControl::V
                                               GenericControl* control) {
     auto* button = dynamic_cast<GraphicControl*>(control);
     const ContainerEntry* clicked = nullptr;
-    for (const auto& [childId, entry] : GetEntries()) {
-        if (childId != id) {
-            Quietly(entry, [&] { entry.control->SetValue(0); });
+    for (const auto& child : GetEntries()) {
+        GenericControl* other = child.second.control;
+        if (child.first != id) {
+            Quietly(child.second, [other] { other->SetValue(0); });
         } else {
-            clicked = &entry;
+            clicked = &child.second;
         }
     }
     bool anyOn = false;
-    for (const auto& [childId, entry] : GetEntries()) {
-        Quietly(entry, [&] { anyOn = anyOn || entry.control->GetValue() != 0; });
+    for (const auto& child : GetEntries()) {
+        const GenericControl* other = child.second.control;
+        Quietly(child.second, [&anyOn, other] { anyOn = anyOn || other->GetValue() != 0; });
     }
     // A click on the selected button cannot switch it off.
     if (!anyOn && clicked != nullptr && button != nullptr)

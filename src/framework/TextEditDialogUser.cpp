@@ -2,8 +2,7 @@
 
 namespace vorix {
 
-TextEditDialogUser::TextEditDialogUser()
-    : handle_(std::make_shared<TextEditDialogUser*>(this)) {}
+TextEditDialogUser::TextEditDialogUser() : handle_(std::make_shared<TextEditDialogUser*>(this)) {}
 
 TextEditDialogUser::~TextEditDialogUser() {
     DetachFromProxies();

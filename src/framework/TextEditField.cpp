@@ -38,7 +38,8 @@ void TextEditField::Insert(std::string_view text) {
     std::size_t room = kMaxTextBytes > text_.size() ? kMaxTextBytes - text_.size() : 0;
     if (text.size() > room) {
         // Never half a character.
-        while (room > 0 && IsContinuation(text[room])) --room;
+        while (room > 0 && IsContinuation(text[room]))
+            --room;
         text = text.substr(0, room);
     }
     text_.append(text);

@@ -41,7 +41,7 @@ void TextFrame::OnMouse(std::int32_t kind, std::int32_t /*x*/, std::int32_t /*y*
                                               c->IsOptionDown() || c->IsShiftDown());
     if (!noModifier) return;
     GetRoot().GetServices()->GetMessagingServer().SendToClass(textClass_, kMsgEditStarted, 0,
-                                                             PointerParam(this), nullptr);
+                                                              PointerParam(this), nullptr);
     GetRoot().EditText(LocalToWindow(GetBoundsRect()), text_, this);
 }
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "framework/Frame.h"
 #include "framework/FourCC.h"
+#include "framework/Frame.h"
 #include "framework/TextEditDialogUser.h"
 
 namespace vorix {

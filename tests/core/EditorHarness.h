@@ -15,12 +15,12 @@
 
 #include "CoreTestSupport.h"
 #include "core/PluginUIRoot.h"
+#include "core/StandardAboutFrame.h"
 #include "framework/Frame.h"
 #include "framework/TimerManager.h"
 #include "platform/ImageResources.h"
 #include "platform/OGWorld.h"
 #include "platform/SoftwareWindowContext.h"
-#include "core/StandardAboutFrame.h"
 #include "platform/SurfacePicture.h"
 
 namespace vorix::test {

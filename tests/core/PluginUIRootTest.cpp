@@ -10,10 +10,10 @@
 #include <thread>
 
 #include "EditorHarness.h"
-#include "framework/FrameworkFakes.h"
 #include "core/ErrorDisplay.h"
 #include "core/ParameterHighlighter.h"
 #include "framework/ErrorFrame.h"
+#include "framework/FrameworkFakes.h"
 #include "framework/MessagePublisher.h"
 #include "framework/TimerClient.h"
 
@@ -83,6 +83,19 @@ TEST_F(Root, AnEditorThatCannotBeBuiltSaysSoAndLeavesTheCoreWithoutOne) {
     EXPECT_FALSE(editor->Open());
     ASSERT_EQ(Messages().size(), 1u);
     EXPECT_EQ(Messages()[0].second, "There is insufficient memory available.");
+}
+
+TEST_F(Root, IdleBringsTheHostsChangesOnlyOnceTheEditorHasBeenPainted) {
+    OpenEditor([](HeadlessEditor&, Frame&) {}, false);
+    core->SetParameterByIndex(kGainIndex, 3.0f);
+    editor->Idle();
+    EXPECT_TRUE(core->editorChanges.empty()) << "nothing before the window's first paint";
+    editor->Expose();
+    editor->Idle();
+    ASSERT_EQ(core->editorChanges.size(), 1u);
+    EXPECT_EQ(core->editorChanges[0].id, test::kGainId);
+    EXPECT_EQ(core->editorChanges[0].value, 3.0f);
+    EXPECT_EQ(core->editorChanges[0].internalDepth, 1) << "the editor's own change";
 }
 
 // ---- The mouse ----
@@ -211,10 +224,10 @@ TEST_F(Highlights, EachCornerCodeDrawsItsBracketsInTheHighlightColour) {
     EXPECT_EQ(frames[1]->GetOverlay(), nullptr) << "corner code 1 is skipped";
     // The bracket of the top left corner: 4 pixels each way from the corner.
     const std::map<Pixel, char> legend{{PixelOf(blue), '#'}, {PixelOf(kGround), '.'}};
-    EXPECT_EQ(Shot({0, 0, 6, 5}, legend), test::Rows({"####..", "#.....", "#.....", "#.....",
-                                                      "......"}));
-    EXPECT_EQ(Shot({6, 5, 12, 10}, legend), test::Rows({"......", ".....#", ".....#", ".....#",
-                                                        "..####"}));
+    EXPECT_EQ(Shot({0, 0, 6, 5}, legend),
+              test::Rows({"####..", "#.....", "#.....", "#.....", "......"}));
+    EXPECT_EQ(Shot({6, 5, 12, 10}, legend),
+              test::Rows({"......", ".....#", ".....#", ".....#", "..####"}));
 }
 
 TEST_F(Highlights, TheColourTableAndAHighlightThatEnds) {
@@ -252,8 +265,8 @@ TEST_F(Highlights, ADyingControlTakesItsBindingWithItAndANewOneShowsTheHighlight
     editor->SetParameterHighlight(kGainIndex, false, 0);
     editor->SetParameterHighlight(kGainIndex, true, 3);  // reaches no dead frame (ASan)
 
-    auto* late = new PaintedFrame(*editor->GetRootFrame(), {300, 300, 320, 320}, kGround, "",
-                                  nullptr);
+    auto* late =
+        new PaintedFrame(*editor->GetRootFrame(), {300, 300, 320, 320}, kGround, "", nullptr);
     editor->BindParameterFrame(test::kGainId, late, 0);
     EXPECT_NE(late->GetOverlay(), nullptr);
     editor->UnbindFrame(late);

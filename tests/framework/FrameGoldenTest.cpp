@@ -132,8 +132,7 @@ TEST_F(FrameGolden, APanelOfControlsAMeterAndText) {
         auto* label = new TextFrame(*panel, {10, 50, 90, 64}, 6, "Output gain");
         label->SetFont(1, kLabel);
         label->SetAlignment(TextFrame::kLeft, 0);
-        auto* value =
-            new StaticTextPMFrame(*panel, {10, 66, 70, 80}, 7, "-3.5 dB", &art, {0, 40});
+        auto* value = new StaticTextPMFrame(*panel, {10, 66, 70, 80}, 7, "-3.5 dB", &art, {0, 40});
         value->SetFont(0, kWhite);
         value->SetAlignment(TextFrame::kRight, 3);
         auto* go = new TextPixMapButton(*panel, {100, 66, 150, 80}, 8, {&art, {0, 40}, {0, 0}},
@@ -166,8 +165,7 @@ TEST_F(FrameGolden, AnErrorOverATextFieldBeingEdited) {
     editor->Click(200, 160);
     ASSERT_NE(editor->GetEditField(), nullptr);
     editor->TypeText(" take 2");
-    editor->ShowError("Unable to load settings.", "The file does not hold Vorix settings.",
-                      "", 2);
+    editor->ShowError("Unable to load settings.", "The file does not hold Vorix settings.", "", 2);
     BeatAt(1);
     ExpectGolden(editor->Window(), {140, 150, 445, 300}, "error_over_edit");
 }

@@ -23,10 +23,8 @@ constexpr RGBColor kRed{0xFF, 0, 0};
 constexpr RGBColor kGreen{0, 0xFF, 0};
 constexpr RGBColor kBlue{0, 0, 0xFF};
 constexpr RGBColor kGrey{0x80, 0x80, 0x80};
-const std::map<Pixel, char> kLegend{{PixelOf(kRed), 'r'},
-                                    {PixelOf(kGreen), 'g'},
-                                    {PixelOf(kBlue), 'b'},
-                                    {PixelOf(kGrey), '-'}};
+const std::map<Pixel, char> kLegend{
+    {PixelOf(kRed), 'r'}, {PixelOf(kGreen), 'g'}, {PixelOf(kBlue), 'b'}, {PixelOf(kGrey), '-'}};
 
 // A frame that takes the mouse at a press and lets it go at the release, as every control does.
 class HoldingFrame : public PaintedFrame {
@@ -78,7 +76,8 @@ class FrameTree : public EditorTest {
 TEST_F(FrameTree, TheFirstExposePaintsEveryFrameParentsFirst) {
     OpenThree();
     EXPECT_EQ(log, (std::vector<std::string>{"A", "A1", "B"}));
-    EXPECT_EQ(Shot({108, 68, 114, 72}, kLegend), test::Rows({"rrrrrr", "rrrrrr", "rrgggg", "rrgggg"}));
+    EXPECT_EQ(Shot({108, 68, 114, 72}, kLegend),
+              test::Rows({"rrrrrr", "rrrrrr", "rrgggg", "rrgggg"}));
     EXPECT_TRUE(editor->HasDrawnOnce());
 }
 
@@ -142,15 +141,9 @@ TEST_F(FrameTree, ATransparentFramePaintsItsParentFirstAndShowsItThrough) {
     BeatAt(2);
     EXPECT_EQ(log, (std::vector<std::string>{"A", "glass"}));
     EXPECT_EQ(a->lastRect, (Rect{5, 5, 12, 12})) << "only the part beneath the glass";
-    EXPECT_EQ(Shot({14, 14, 23, 23}, kLegend), test::Rows({"rrrrrrrrr",
-                                                          "rgggggggr",
-                                                          "rgrrrrrgr",
-                                                          "rgrrrrrgr",
-                                                          "rgrrrrrgr",
-                                                          "rgrrrrrgr",
-                                                          "rgrrrrrgr",
-                                                          "rgggggggr",
-                                                          "rrrrrrrrr"}));
+    EXPECT_EQ(Shot({14, 14, 23, 23}, kLegend),
+              test::Rows({"rrrrrrrrr", "rgggggggr", "rgrrrrrgr", "rgrrrrrgr", "rgrrrrrgr",
+                          "rgrrrrrgr", "rgrrrrrgr", "rgggggggr", "rrrrrrrrr"}));
 }
 
 TEST_F(FrameTree, AFloatingFrameLiesAboveItsYoungerSiblingsUntilItIsHidden) {
@@ -342,15 +335,10 @@ TEST_F(FrameTree, AFrameThatPaintsOffscreenGivesTheSamePixels) {
     ASSERT_NE(editor->GetOffscreen(), nullptr);
     EXPECT_EQ(editor->GetOffscreen()->GetBounds(), (Rect{0, 0, 10, 7}));
     // Transparent, it starts from the parent's pixels: the outline over red.
-    EXPECT_EQ(Shot({14, 14, 26, 23}, kLegend), test::Rows({"rrrrrrrrrrrr",
-                                                          "rggggggggggr",
-                                                          "rgrrrrrrrrgr",
-                                                          "rgrrrrrrrrgr",
-                                                          "rgrrrrrrrrgr",
-                                                          "rgrrrrrrrrgr",
-                                                          "rgrrrrrrrrgr",
-                                                          "rggggggggggr",
-                                                          "rrrrrrrrrrrr"}));
+    EXPECT_EQ(
+        Shot({14, 14, 26, 23}, kLegend),
+        test::Rows({"rrrrrrrrrrrr", "rggggggggggr", "rgrrrrrrrrgr", "rgrrrrrrrrgr", "rgrrrrrrrrgr",
+                    "rgrrrrrrrrgr", "rgrrrrrrrrgr", "rggggggggggr", "rrrrrrrrrrrr"}));
 }
 
 TEST_F(FrameTree, ARootWithoutABufferHasFramesPaintStraight) {
@@ -450,13 +438,8 @@ TEST_F(PixmapFrames, AScalableFrameKeepsItsCornersAndTilesEdgesAndInside) {
     OpenEditor([&](HeadlessEditor&, Frame& root) {
         frame = new ScalablePmDrawFrame(root, {20, 20, 29, 27}, 0, 0, &art, {1, 1}, {6, 6}, 2);
     });
-    EXPECT_EQ(ShotOf(*frame), test::Rows({"rrgggggrr",
-                                          "rrgggggrr",
-                                          "ggbbbbbgg",
-                                          "ggbbbbbgg",
-                                          "ggbbbbbgg",
-                                          "rrgggggrr",
-                                          "rrgggggrr"}));
+    EXPECT_EQ(ShotOf(*frame), test::Rows({"rrgggggrr", "rrgggggrr", "ggbbbbbgg", "ggbbbbbgg",
+                                          "ggbbbbbgg", "rrgggggrr", "rrgggggrr"}));
 }
 
 TEST_F(PixmapFrames, AScalableFrameBelowTwiceItsCornerOverlapsCornersAndHasNoEdges) {

@@ -33,8 +33,8 @@ class Meters : public EditorTest {
     // A vertical meter of 100 pixels with a linear scale from -100 dB, at (100, 100).
     AudioMeter& Open(bool vertical = true) {
         OpenEditor([&](HeadlessEditor&, Frame& root) {
-            meter = new AudioMeter(root, vertical ? Rect{100, 100, 110, 200} : Rect{100, 100, 200, 110},
-                                   1, -100.0f);
+            meter = new AudioMeter(
+                root, vertical ? Rect{100, 100, 110, 200} : Rect{100, 100, 200, 110}, 1, -100.0f);
             meter->SetTaper(0.0f);
             meter->SetColors(kBack, kLow, kWarn, kClip);
         });
@@ -46,9 +46,8 @@ class Meters : public EditorTest {
         meter->Refresh(nullptr, true);
         editor->Idle();
         const Rect& w = meter->GetWindowRect();
-        const Rect line = meter->IsVerticalMeter()
-                              ? Rect{w.left + 5, w.top, w.left + 6, w.bottom}
-                              : Rect{w.left, w.top + 5, w.right, w.top + 6};
+        const Rect line = meter->IsVerticalMeter() ? Rect{w.left + 5, w.top, w.left + 6, w.bottom}
+                                                   : Rect{w.left, w.top + 5, w.right, w.top + 6};
         std::map<char, int> counts;
         for (char c : Shot(line, kMeterLegend))
             if (c != '\n') ++counts[c];
@@ -195,8 +194,8 @@ class DigitsFrame : public TextFrame {
   public:
     using TextFrame::TextFrame;
     bool IsTextValid(const std::string& text) override {
-        return !text.empty() && std::all_of(text.begin(), text.end(),
-                                            [](char c) { return c >= '0' && c <= '9'; });
+        return !text.empty() &&
+               std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
     }
 };
 

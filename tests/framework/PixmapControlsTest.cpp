@@ -31,8 +31,8 @@ using test::RecordingSubscriber;
 // ('g') for the sliders' backgrounds.
 constexpr std::int32_t kImage = 10;
 constexpr std::array<RGBColor, 8> kImageColors{
-    RGBColor{200, 0, 0},   RGBColor{0, 200, 0},   RGBColor{0, 0, 200},   RGBColor{200, 200, 0},
-    RGBColor{200, 0, 200}, RGBColor{0, 200, 200}, RGBColor{90, 90, 90},  RGBColor{250, 150, 50}};
+    RGBColor{200, 0, 0},   RGBColor{0, 200, 0},   RGBColor{0, 0, 200},  RGBColor{200, 200, 0},
+    RGBColor{200, 0, 200}, RGBColor{0, 200, 200}, RGBColor{90, 90, 90}, RGBColor{250, 150, 50}};
 
 std::map<Pixel, char> ImageLegend() {
     std::map<Pixel, char> legend;
@@ -91,10 +91,9 @@ TEST_F(PixmapControls, AModifierThatIsNotAllowedIgnoresThePressButTheFrameStillT
     RecordingSubscriber frame(core.get(), "frame", &log);
     frame.Listen(button->Frame::GetMsgClass(), 1);
 
-    for (auto [ctrl, shift, right] : {std::array{true, false, false},
-                                      std::array{false, true, false},
-                                      std::array{true, true, false},
-                                      std::array{false, false, true}}) {
+    for (auto [ctrl, shift, right] :
+         {std::array{true, false, false}, std::array{false, true, false},
+          std::array{true, true, false}, std::array{false, false, true}}) {
         editor->Keys(ctrl, shift, right);
         editor->Click(105, 105);
     }
@@ -262,8 +261,8 @@ TEST_F(PixmapControls, ATextButtonActsAtAReleaseInsideAndNeverStaysOn) {
     TextPixMapButton* button = nullptr;
     CentralController follower(Core());
     OpenEditor([&](HeadlessEditor&, Frame& root) {
-        button = new TextPixMapButton(root, {100, 100, 140, 112}, 7,
-                                      {&strip, {0, 0}, {0, 0}}, "Go", 2, 0, &follower);
+        button = new TextPixMapButton(root, {100, 100, 140, 112}, 7, {&strip, {0, 0}, {0, 0}}, "Go",
+                                      2, 0, &follower);
     });
     RecordingSubscriber control(core.get(), "v", &log, button);
     RecordingSubscriber followed(core.get(), "c", &log, &follower);
@@ -375,8 +374,7 @@ TEST(Taper, ForwardAndInverseUndoEachOtherAndLeaveTheEnds) {
 TEST_F(Sliders, ARangeLimitedSliderCountsUnitsFromTheRightEnd) {
     RangeLimitedSlider* slider = nullptr;
     OpenEditor([&](HeadlessEditor&, Frame& root) {
-        slider = new RangeLimitedSlider(root, {100, 100, 150, 110}, 3, Thumb(), -20, 0, 0,
-                                        2.0f);
+        slider = new RangeLimitedSlider(root, {100, 100, 150, 110}, 3, Thumb(), -20, 0, 0, 2.0f);
     });
     EXPECT_EQ(slider->ThumbRect(), (Rect{44, 0, 50, 10})) << "0 at the right end";
     editor->Press(120, 105);  // the thumb's right edge at 23: 27 pixels, 13 units from the end
