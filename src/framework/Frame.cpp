@@ -350,6 +350,7 @@ void Frame::EndDraw(const Rect& rect) {
         OnOffscreenCopied(rect);
     }
     if (floatingRegistered_) window->SuspendFloatingRect(this, false);
+    root_.NotePainted(Intersection(LocalToWindow(rect), window->GetBounds()));
     window->SetOrigin({0, 0});
     window->EndDraw();
     if (gPaintDepth > 0) --gPaintDepth;

@@ -36,6 +36,24 @@ void FrameRoot::PaintDirtyFrames() {
     }
 }
 
+void FrameRoot::NotePainted(const Rect& windowRect) {
+    if (windowRect.IsEmpty()) return;
+    if (paintedArea_.IsEmpty()) {
+        paintedArea_ = windowRect;
+        return;
+    }
+    paintedArea_ = {std::min(paintedArea_.left, windowRect.left),
+                    std::min(paintedArea_.top, windowRect.top),
+                    std::max(paintedArea_.right, windowRect.right),
+                    std::max(paintedArea_.bottom, windowRect.bottom)};
+}
+
+Rect FrameRoot::TakePaintedArea() {
+    const Rect area = paintedArea_;
+    paintedArea_ = {};
+    return area;
+}
+
 void FrameRoot::FrameCreated(Frame& frame) {
     liveFrames_.push_back(&frame);
 }

@@ -59,6 +59,11 @@ class FrameRoot {
     // Editor thread. Paints every queued frame, oldest first, and empties the list. The caller
     // holds a draw lock.
     void PaintDirtyFrames();
+    // Editor thread. Frames note what they painted on the window; the window layer takes the
+    // box round it, in window coordinates, to bring those pixels to the screen. Taking it
+    // empties it.
+    void NotePainted(const Rect& windowRect);
+    Rect TakePaintedArea();
 
     // ---- The tree ----
 
@@ -119,6 +124,7 @@ class FrameRoot {
     std::vector<Frame*> liveFrames_;
     std::vector<Frame*> floatingFrames_;
     std::vector<Frame*> modalFrames_;
+    Rect paintedArea_;
 };
 
 // Holds the root's draw lock for a scope: refreshes paint at once while it is held. Made with

@@ -96,6 +96,17 @@ TEST_F(FrameTree, AChangeWaitsForTheNextBeatAndPaintsOnlyThatFrame) {
     EXPECT_EQ(log, std::vector<std::string>{"B"}) << "a painted queue stays empty";
 }
 
+TEST_F(FrameTree, TheWindowLearnsWhatWasPaintedSinceItLastLooked) {
+    OpenThree();
+    BeatAt(1);
+    editor->TakePaintedArea();
+    a1->Refresh(nullptr, true);
+    b->Refresh(nullptr, true);
+    BeatAt(2);
+    EXPECT_EQ(editor->TakePaintedArea(), (Rect{110, 50, 340, 100})) << "the box round A1 and B";
+    EXPECT_TRUE(editor->TakePaintedArea().IsEmpty());
+}
+
 TEST_F(FrameTree, AQueuedParentCoversItsChildButAQueuedChildStaysBeforeItsParent) {
     OpenThree();
     BeatAt(1);

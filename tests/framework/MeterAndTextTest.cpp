@@ -10,6 +10,7 @@
 #include "FrameworkFakes.h"
 #include "core/EditorHarness.h"
 #include "framework/AudioMeter.h"
+#include "framework/NRegionAudioMeter.h"
 #include "framework/TextEditField.h"
 #include "framework/TextFrame.h"
 
@@ -185,6 +186,47 @@ TEST_F(Meters, AReversedBarGrowsFromTheOtherEndAndAHorizontalOneRightward) {
     PaintAt(0);
     EXPECT_EQ(Shot({w.left, w.top + 5, w.left + 30, w.top + 6}, kMeterLegend),
               std::string(25, 'l') + std::string(5, '.') + "\n");
+}
+
+TEST_F(Meters, AMeterOfManyRegionsRunsThroughThemAndColoursItsPeakByRegion) {
+    constexpr RGBColor kMid{0, 0, 250};
+    NRegionAudioMeter* regions = nullptr;
+    OpenEditor([&](HeadlessEditor&, Frame& root) {
+        regions = new NRegionAudioMeter(root, {100, 100, 110, 160}, 1,
+                                        {{-60.0f, kLow, 0, 0},
+                                         {-20.0f, kMid, 0, 0},
+                                         {-10.0f, kWarn, 0, 0},
+                                         {-6.0f, kClip, 0, 0}});
+        regions->SetTaper(0.0f);
+        regions->SetBackground(kBack, nullptr, {});
+    });
+    auto column = [&] {
+        std::string c;
+        for (char p : Shot({105, 100, 106, 160}, {{PixelOf(kLow), 'l'},
+                                                  {PixelOf(kMid), 'm'},
+                                                  {PixelOf(kWarn), 'w'},
+                                                  {PixelOf(kClip), 'c'},
+                                                  {PixelOf(kBack), '.'}}))
+            if (p != '\n') c += p;
+        return c;
+    };
+    regions->SetLevel(-3.0f);
+    BeatAt(1);
+    // Each region ends on the pixel before the next one's threshold: 39, 10 and 4 pixels, then
+    // the clip region up to the bar's 57.
+    EXPECT_EQ(column(), std::string(3, '.') + std::string(4, 'c') + std::string(4, 'w') +
+                            std::string(10, 'm') + std::string(39, 'l'));
+    regions->SetLevel(-15.0f);
+    BeatAt(31);
+    EXPECT_NEAR(regions->GetDisplayLevel(), -15.0f, 1e-4f);
+    EXPECT_EQ(column().substr(3, 1), "c") << "the peak holds, in the colour of its region";
+    EXPECT_EQ(regions->LevelToPixels(-61.0f), -1);
+    // The levels arrive at every beat, as the engine's meters give them.
+    for (Ticks t = 40; t < 800; t += 20) {
+        regions->SetLevel(-100.0f);
+        BeatAt(t);
+    }
+    EXPECT_EQ(column(), std::string(60, '.')) << "below the first region nothing shows";
 }
 
 // ---- Text frames ----
