@@ -160,6 +160,35 @@ TEST_F(Root, TheHeartbeatGoesToTheCaptureWhileTheMouseIsHeldAndKeepsItsPace) {
     EXPECT_TRUE(editor->GetDirtyFrames().empty());
 }
 
+TEST_F(Root, ADeactivatedWindowLetsGoOfTheMouseAndItsFramesHearIt) {
+    struct Lit : PaintedFrame {
+        using PaintedFrame::PaintedFrame;
+        void OnActiveChanged(bool active) override { seen.push_back(active); }
+        void OnMouse(std::int32_t kind, std::int32_t x, std::int32_t y) override {
+            PaintedFrame::OnMouse(kind, x, y);
+            if (kind == kMouseDown) CaptureMouse();
+        }
+        std::vector<bool> seen;
+    };
+    Lit* lit = nullptr;
+    OpenEditor([&](HeadlessEditor&, Frame& root) {
+        auto* group = new PaintedFrame(root, {0, 0, 100, 100}, kGround, "", nullptr);
+        lit = new Lit(*group, {10, 10, 30, 30}, kGround, "", nullptr, Frame::kRepaintOnActivation);
+    });
+    BeatAt(1);
+    editor->Press(20, 20);
+    ASSERT_EQ(editor->GetCaptureFrame(), lit);
+    editor->Activate(false);
+    EXPECT_EQ(editor->GetCaptureFrame(), nullptr);
+    EXPECT_EQ(editor->Window().GetMouseCapturer(), nullptr);
+    EXPECT_FALSE(lit->IsActive());
+    EXPECT_EQ(lit->seen, std::vector<bool>{false});
+    EXPECT_EQ(editor->GetDirtyFrames(), std::vector<Frame*>{lit}) << "it repaints on the change";
+    editor->Activate(true);
+    EXPECT_TRUE(lit->IsActive());
+    EXPECT_EQ(lit->seen, (std::vector<bool>{false, true}));
+}
+
 TEST_F(Root, KeysGoToTheKeyFrame) {
     struct KeyFrame : PaintedFrame {
         using PaintedFrame::PaintedFrame;
