@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "dsp/DenormalGuard.h"
+#include "dsp/ExternalFilter.h"
 #include "dsp/FilterChainOps.h"
 #include "dsp/FilterRecovery.h"
 #include "dsp/HarmonicFilter.h"
@@ -22,25 +23,33 @@ bool Processes(const OpaqueFilterData* f) {
     return (f->flags.Load() & FilterFlags::NotProcessing) == 0;
 }
 
-// Gathers the steady single-section filters of one or two channels into cascades and runs them
-// with the pipelined kernels; anything else (a ramp, an External filter) flushes what was gathered
-// and runs on its own. Each channel keeps its own order, which is all the cascade needs: the
-// channels never mix.
+// Gathers the sections of one or two channels that run in cascade: steady single-section filters,
+// the active sub-filters of harmonic filters and the sections of External filters, each in its
+// channel's order. A filter with a ramp due flushes what was gathered and runs on its own. The
+// channels never mix, so pairing left section j with right section j in one register is free.
 class CascadeRunner {
 public:
     // With `steadyOnly` no ramp starts: the walk after the ramp samples of a block.
-    CascadeRunner(float* const* buffers, int lanes, int samples, bool steadyOnly)
-        : buffers_(buffers), lanes_(lanes), samples_(samples), steadyOnly_(steadyOnly) {}
+    CascadeRunner(CascadeIsa isa, float* const* buffers, int lanes, int samples, bool steadyOnly)
+        : isa_(isa), buffers_(buffers), lanes_(lanes), samples_(samples), steadyOnly_(steadyOnly) {}
 
     // Runs one chain filter of a lane as the chain walk reaches it.
     void Push(int lane, OpaqueFilterData* f) noexcept {
-        switch (KindOf(f)) {
-            case FilterKind::SingleSection: PushSection(lane, AsSection(f)); break;
-            case FilterKind::Harmonic: PushHarmonic(lane, AsHarmonic(f)); break;
-            default:
-                Flush();
-                f->process.Load()(f, buffers_[lane], buffers_[lane], samples_);
-                break;
+        const FilterProcessFunction process = f->process.Load();
+        const FilterKind kind = KindOf(f);
+        if (kind == FilterKind::SingleSection && process == &ProcessFilterBlock) {
+            PushSection(lane, AsSection(f));
+        } else if (kind == FilterKind::Harmonic && process == &ProcessHarmonicBlock) {
+            PushHarmonic(lane, AsHarmonic(f));
+        } else if (kind == FilterKind::External && process == &ProcessSectionsBlock) {
+            // One snapshot of the section array, as the External kernel takes it.
+            for (FilterSection& section : AsExternal(f)->sections.View()) {
+                Gather(lane, CascadeStage{nullptr, &section});
+            }
+        } else {
+            // A record with a process function of its own runs through it, as in the reference.
+            Flush();
+            if (process != nullptr) process(f, buffers_[lane], buffers_[lane], samples_);
         }
     }
 
@@ -48,18 +57,25 @@ public:
     void Flush() noexcept {
         const int paired = lanes_ == 2 ? std::min(count_[0], count_[1]) : 0;
         if (paired > 0) {
-            ProcessSectionCascadeStereo(group_[0], group_[1], paired, buffers_[0], buffers_[1],
-                                        samples_);
+            ProcessSectionCascadeStereo(isa_, group_[0], group_[1], paired, buffers_[0],
+                                        buffers_[1], samples_);
         }
         for (int lane = 0; lane < lanes_; ++lane) {
-            ProcessSectionCascade(group_[lane] + paired, count_[lane] - paired, buffers_[lane],
-                                  samples_);
+            if (count_[lane] > paired) {
+                ProcessSectionCascade(isa_, group_[lane] + paired, count_[lane] - paired,
+                                      buffers_[lane], samples_);
+            }
             count_[lane] = 0;
         }
     }
 
 private:
-    static constexpr int kCapacity = 16;
+    static constexpr int kCapacity = 64;
+
+    void Gather(int lane, CascadeStage stage) noexcept {
+        group_[lane][count_[lane]++] = stage;
+        if (count_[lane] == kCapacity) Flush();
+    }
 
     void PushSection(int lane, SectionFilterData* s) noexcept {
         if (!steadyOnly_ && RampDue(s)) {
@@ -67,8 +83,7 @@ private:
             ProcessFilterBlock(s, buffers_[lane], buffers_[lane], samples_);
             return;
         }
-        group_[lane][count_[lane]++] = s;
-        if (count_[lane] == kCapacity) Flush();
+        Gather(lane, CascadeStage{s, nullptr});
     }
 
     // In place, a harmonic filter is its active sub-filters in cascade.
@@ -82,11 +97,12 @@ private:
         }
     }
 
+    CascadeIsa isa_;
     float* const* buffers_;
     int lanes_;
     int samples_;
     bool steadyOnly_;
-    SectionFilterData* group_[2][kCapacity] = {};
+    CascadeStage group_[2][kCapacity];
     int count_[2] = {0, 0};
 };
 
@@ -115,13 +131,13 @@ bool AnyRampDue(FilterChain* const* chains, const bool* runs, int channels) noex
 }
 
 // One walk of the chains over `count` samples from `offset`, through the cascades.
-void WalkChains(FilterChain* const* chains, float* const* buffers, const bool* runs, int channels,
+void WalkChains(CascadeIsa isa, FilterChain* const* chains, float* const* buffers, const bool* runs, int channels,
                 int offset, int count, bool steadyOnly) noexcept {
     float* at[2] = {buffers[0] != nullptr ? buffers[0] + offset : nullptr,
                     buffers[1] != nullptr ? buffers[1] + offset : nullptr};
     if (channels == 2 && runs[0] && runs[1]) {
         // Walk both chains side by side, so that partners tend to share a register.
-        CascadeRunner runner(at, 2, count, steadyOnly);
+        CascadeRunner runner(isa, at, 2, count, steadyOnly);
         OpaqueFilterData* f[2] = {FirstFilter(chains[0]), FirstFilter(chains[1])};
         while (f[0] != nullptr || f[1] != nullptr) {
             for (int lane = 0; lane < 2; ++lane) {
@@ -135,7 +151,7 @@ void WalkChains(FilterChain* const* chains, float* const* buffers, const bool* r
     }
     for (int c = 0; c < channels; ++c) {
         if (!runs[c]) continue;
-        CascadeRunner runner(&at[c], 1, count, steadyOnly);
+        CascadeRunner runner(isa, &at[c], 1, count, steadyOnly);
         for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
             if (Processes(f)) runner.Push(0, f);
         }
@@ -151,11 +167,11 @@ void WalkBlock(const AudioPathState& state, FilterChain* const* chains, float* c
     // whole block: the same bits, since the ramp ends where the first walk does and a change that
     // lands between the walks waits for the next block either way.
     if (count > kRampLength && AnyRampDue(chains, runs, state.channels)) {
-        WalkChains(chains, buffers, runs, state.channels, 0, kRampLength, false);
-        WalkChains(chains, buffers, runs, state.channels, kRampLength, count - kRampLength, true);
+        WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, 0, kRampLength, false);
+        WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, kRampLength, count - kRampLength, true);
         return;
     }
-    WalkChains(chains, buffers, runs, state.channels, 0, count, false);
+    WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, 0, count, false);
 }
 
 // After the whole block, in either walk: a filter whose history overflowed starts again from rest.

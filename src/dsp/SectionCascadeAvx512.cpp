@@ -1,19 +1,122 @@
-// Built with -mavx512f -mavx512vl; called only where the processor has them.
-#include "dsp/SectionCascadePasses.h"
-#include "dsp/SectionCascadeVariants.h"
+// Built with -mavx512f -mavx512vl; called only where the processor has them. Eight doubles to a
+// register, thirty-two registers, mask registers for the masked iterations.
+
+// GCC 12 warns inside its own AVX-512 conversion and shift intrinsics, which start from an
+// undefined register on purpose; the warning says nothing about this file.
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+
+#include <immintrin.h>
+
+#include "dsp/SectionCascadeLanes.h"
 
 namespace vorix::cascade_variants {
+namespace {
 
-// Thirty-two registers hold five stages' history and carries without spilling.
-constexpr int kAvx512Stages = 5;
+struct Avx512 {
+    using V = __m512d;
+    using M = __mmask8;
+    static constexpr int kLanes = 8;
 
-void MonoAvx512(SectionFilterData* const* filters, int count, float* buffer, int samples) noexcept {
-    RunMonoCascade<kAvx512Stages>(filters, count, buffer, samples);
-}
+    static V Load(const double* p) { return _mm512_load_pd(p); }
+    static void Store(double* p, V v) { _mm512_store_pd(p, v); }
+    static V Zero() { return _mm512_setzero_pd(); }
+    static V Set1(double x) { return _mm512_set1_pd(x); }
+    static V Mul(V a, V b) { return _mm512_mul_pd(a, b); }
+    static V Add(V a, V b) { return _mm512_add_pd(a, b); }
+    static V Sub(V a, V b) { return _mm512_sub_pd(a, b); }
+    static V Round(V v) { return _mm512_cvtps_pd(_mm512_cvtpd_ps(v)); }
 
-void StereoAvx512(SectionFilterData* const* left, SectionFilterData* const* right, int count,
-                  float* bufferLeft, float* bufferRight, int samples) noexcept {
-    RunStereoCascade<kAvx512Stages>(left, right, count, bufferLeft, bufferRight, samples);
+    template <int C>
+    static V Input(float* const* buffers, int i) {
+        if constexpr (C == 1) {
+            return _mm512_set1_pd(static_cast<double>(buffers[0][i]));
+        } else {
+            const __m128d pair = _mm_cvtps_pd(
+                _mm_unpacklo_ps(_mm_load_ss(buffers[0] + i), _mm_load_ss(buffers[1] + i)));
+            const V low = _mm512_castpd128_pd512(pair);
+            return _mm512_shuffle_f64x2(low, low, 0);  // the pair in every 128-bit quarter
+        }
+    }
+
+    // Lane l of the result: cur[l - C], or prev[8 - C + l] for the first C lanes.
+    template <int C>
+    static V ShiftIn(V prev, V cur) {
+        return _mm512_castsi512_pd(
+            _mm512_alignr_epi64(_mm512_castpd_si512(cur), _mm512_castpd_si512(prev), 8 - C));
+    }
+
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        const __m256 f = _mm512_cvtpd_ps(y);
+        const __m128 q = kLane < 4 ? _mm256_castps256_ps128(f) : _mm256_extractf128_ps(f, 1);
+        _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(q, q, kLane % 4));
+        if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(q, q, kLane % 4 + 1));
+    }
+
+    static M GreaterEqual(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_GE_OQ); }
+    static M LessEqual(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_LE_OQ); }
+    static M And(M a, M b) { return static_cast<M>(a & b); }
+    static V Select(M m, V a, V b) { return _mm512_mask_blend_pd(m, b, a); }
+};
+
+// Four doubles to a register with AVX-512VL: thirty-two registers and mask registers, at a width
+// that divides chains of every length into fewer empty lanes.
+struct Avx512Ymm {
+    using V = __m256d;
+    using M = __mmask8;
+    static constexpr int kLanes = 4;
+
+    static V Load(const double* p) { return _mm256_load_pd(p); }
+    static void Store(double* p, V v) { _mm256_store_pd(p, v); }
+    static V Zero() { return _mm256_setzero_pd(); }
+    static V Set1(double x) { return _mm256_set1_pd(x); }
+    static V Mul(V a, V b) { return _mm256_mul_pd(a, b); }
+    static V Add(V a, V b) { return _mm256_add_pd(a, b); }
+    static V Sub(V a, V b) { return _mm256_sub_pd(a, b); }
+    static V Round(V v) { return _mm256_cvtps_pd(_mm256_cvtpd_ps(v)); }
+
+    template <int C>
+    static V Input(float* const* buffers, int i) {
+        if constexpr (C == 1) {
+            return _mm256_set1_pd(static_cast<double>(buffers[0][i]));
+        } else {
+            const __m128d pair = _mm_cvtps_pd(
+                _mm_unpacklo_ps(_mm_load_ss(buffers[0] + i), _mm_load_ss(buffers[1] + i)));
+            return _mm256_insertf128_pd(_mm256_castpd128_pd256(pair), pair, 1);
+        }
+    }
+
+    template <int C>
+    static V ShiftIn(V prev, V cur) {
+        return _mm256_castsi256_pd(
+            _mm256_alignr_epi64(_mm256_castpd_si256(cur), _mm256_castpd_si256(prev), 4 - C));
+    }
+
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        const __m128 f = _mm256_cvtpd_ps(y);
+        _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(f, f, kLane));
+        if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, kLane + 1));
+    }
+
+    static M GreaterEqual(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_GE_OQ); }
+    static M LessEqual(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_LE_OQ); }
+    static M And(M a, M b) { return static_cast<M>(a & b); }
+    static V Select(M m, V a, V b) { return _mm256_mask_blend_pd(m, b, a); }
+};
+
+constexpr int kStereoPositions = 12;
+constexpr int kMonoPositions = 16;
+
+}  // namespace
+
+void CascadeAvx512(StageValues* const* stages, int channels, int count, float* const* buffers,
+                   int samples) noexcept {
+    if (channels == 2) {
+        RunLaneCascade<Avx512Ymm, 2, 2, kStereoPositions>(stages, count, buffers, samples);
+    } else {
+        RunLaneCascade<Avx512Ymm, 1, 2, kMonoPositions>(stages, count, buffers, samples);
+    }
 }
 
 }  // namespace vorix::cascade_variants

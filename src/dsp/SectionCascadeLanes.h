@@ -1,0 +1,248 @@
+#pragma once
+
+// The lane-packed cascade, written once over an instruction set's vector type and built once per
+// instruction set: SectionCascade.cpp for the x86-64 baseline (SSE2), SectionCascadeAvx2.cpp and
+// SectionCascadeAvx512.cpp with their own flags. Everything here has internal linkage on purpose:
+// each including file gets its own copy built for its own instruction set, and the linker can
+// never mix them.
+//
+// A pass holds P sections of one or two channels in the lanes of G vectors: lane l of vector g
+// holds position p = (gL + l) / C of channel (gL + l) % C, so a stereo pass keeps a section's left
+// and right halves side by side and a mono pass fills the lanes with consecutive sections. In
+// iteration t position p works on sample t - S p, taking as input what position p - 1 produced S
+// iterations before, which is its own output history y[S]: so one vector computes the recursion
+// of L / C sections at once, each lane in exactly the order of the plain recursion
+// y = b0 x + b1 x1 + b2 x2 - a1 y1 - a2 y2. The skew S > 1 matters wherever a vector holds more
+// than one position: the lane shift then closes a loop from a vector to itself, and S iterations
+// of slack hide its latency (rounding, shift, one multiply and four additions).
+//
+// The first S (P - 1) iterations and the last S (P - 1) run masked: a lane that has not reached
+// its first sample keeps its history, and a lane's history is taken as it stands after its last
+// sample. In between, every lane is busy and nothing is masked.
+
+#include <immintrin.h>
+
+#include "dsp/SectionCascadeVariants.h"
+
+namespace vorix {
+namespace {  // NOLINT(google-build-namespaces): one copy per instruction set, see above
+
+using cascade_variants::StageValues;
+
+// A lane that never starts: padding beyond the last position of a pass.
+constexpr double kNeverIteration = 1e300;
+
+template <class Isa, int C, int P, int S>
+class LanePass {
+  public:
+    using V = typename Isa::V;
+    using M = typename Isa::M;
+    static constexpr int L = Isa::kLanes;
+    static constexpr int G = (P * C + L - 1) / L;
+    static constexpr int D = S > 2 ? S : 2;  // output history kept: y1, y2 and the skew's carries
+    static constexpr int kLag = S * (P - 1);  // iterations from a sample's entry to its exit
+    static constexpr int kOutGroup = (P - 1) * C / L;
+    static constexpr int kOutLane = (P - 1) * C % L;
+
+    // stages[c][p] for c < C, p < P; samples >= 1.
+    static void Run(StageValues* const* stages, float* const* buffers, int n) noexcept {
+        Memory m;
+        Enter(m, stages, n);
+        if (n > kLag) {
+            Masked(m, buffers, n, 0, kLag);
+            Main(m, buffers, n);
+            Masked(m, buffers, n, n, n + kLag);
+        } else {
+            Masked(m, buffers, n, 0, n + kLag);
+        }
+        Leave(m, stages);
+    }
+
+  private:
+    enum Field { kB0, kB1, kB2, kA1, kA2, kX1, kX2, kY1 };
+    static constexpr int kFields = kY1 + D;
+    static constexpr int kKept = 4;  // x1, x2, y1, y2: what a section keeps between blocks
+
+    // A pass between its phases. Each phase works on registers of its own (locals that nothing
+    // else can reach, so that no store to the sample buffers can force them back to memory).
+    struct Memory {
+        alignas(64) double values[kFields][G][L];
+        alignas(64) double kept[kKept][G][L];  // a lane's history as of its last sample
+        alignas(64) double first[G][L];         // the iteration of a lane's first sample
+        alignas(64) double last[G][L];          // and of its last
+    };
+
+    struct Registers {
+        V values[kFields][G];
+
+        [[gnu::always_inline]] void Load(const Memory& m) noexcept {
+#pragma GCC unroll 64
+            for (int k = 0; k < kFields; ++k) {
+#pragma GCC unroll 64
+                for (int g = 0; g < G; ++g) values[k][g] = Isa::Load(m.values[k][g]);
+            }
+        }
+        [[gnu::always_inline]] void Store(Memory& m) const noexcept {
+#pragma GCC unroll 64
+            for (int k = kX1; k < kFields; ++k) {
+#pragma GCC unroll 64
+                for (int g = 0; g < G; ++g) Isa::Store(m.values[k][g], values[k][g]);
+            }
+        }
+        // The recursion of group g on input x, in the plain kernel's order.
+        [[gnu::always_inline]] V Recursion(int g, V x) const noexcept {
+            const V(&v)[kFields][G] = values;
+            return Isa::Sub(
+                Isa::Sub(Isa::Add(Isa::Add(Isa::Mul(v[kB0][g], x), Isa::Mul(v[kB1][g], v[kX1][g])),
+                                  Isa::Mul(v[kB2][g], v[kX2][g])),
+                         Isa::Mul(v[kA1][g], v[kY1][g])),
+                Isa::Mul(v[kA2][g], v[kY1 + 1][g]));
+        }
+        // Position p's input is position p - 1's output of S iterations before.
+        [[gnu::always_inline]] V Carry(int g) const noexcept {
+            return Isa::Round(values[kY1 + S - 1][g]);
+        }
+    };
+
+    // What group g's lanes take in: the input samples and the carries of the positions before.
+    // A pass of one position takes the input alone, so that its register does not depend on its
+    // own earlier values through lanes that hold nothing.
+    [[gnu::always_inline]] static V Input(V in, const V (&carry)[G], int g) noexcept {
+        if constexpr (P == 1) return in;
+        return Isa::template ShiftIn<C>(g == 0 ? in : carry[g - 1], carry[g]);
+    }
+
+    static void Enter(Memory& m, StageValues* const* stages, int n) noexcept {
+        for (int g = 0; g < G; ++g) {
+            for (int l = 0; l < L; ++l) {
+                const int index = g * L + l, p = index / C;
+                const StageValues s = p < P ? stages[index % C][p] : StageValues{};
+                const double values[kY1 + 2] = {s.b0, s.b1, s.b2, s.a1, s.a2, s.x1, s.x2, s.y1, s.y2};
+                for (int k = 0; k < kFields; ++k) m.values[k][g][l] = k < kY1 + 2 ? values[k] : 0.0;
+                for (int k = 0; k < kKept; ++k) m.kept[k][g][l] = values[kX1 + k];
+                m.first[g][l] = p < P ? S * p : kNeverIteration;
+                m.last[g][l] = p < P ? n - 1 + S * p : -1.0;
+            }
+        }
+    }
+
+    static void Leave(const Memory& m, StageValues* const* stages) noexcept {
+        for (int index = 0; index < P * C; ++index) {
+            const int g = index / L, l = index % L;
+            StageValues& s = stages[index % C][index / C];
+            s.x1 = m.kept[0][g][l];
+            s.x2 = m.kept[1][g][l];
+            s.y1 = m.kept[2][g][l];
+            s.y2 = m.kept[3][g][l];
+        }
+    }
+
+    // Iterations kLag to n - 1: every lane on a sample of its own.
+    static void Main(Memory& m, float* const* buffers, int n) noexcept {
+        Registers r;
+        r.Load(m);
+        V(&v)[kFields][G] = r.values;
+        for (int t = kLag; t < n; ++t) {
+            V carry[G];
+#pragma GCC unroll 64
+            for (int g = 0; g < G; ++g) carry[g] = r.Carry(g);
+            const V in = Isa::template Input<C>(buffers, t);
+            V out = in;
+#pragma GCC unroll 64
+            for (int g = 0; g < G; ++g) {
+                const V x = Input(in, carry, g);
+                const V y = r.Recursion(g, x);
+                v[kX2][g] = v[kX1][g];
+                v[kX1][g] = x;
+#pragma GCC unroll 8
+                for (int k = kFields - 1; k > kY1; --k) v[k][g] = v[k - 1][g];
+                v[kY1][g] = y;
+                if (g == kOutGroup) out = y;
+            }
+            Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+        }
+        r.Store(m);
+#pragma GCC unroll 64
+        for (int k = 0; k < kKept; ++k) {
+#pragma GCC unroll 64
+            for (int g = 0; g < G; ++g) Isa::Store(m.kept[k][g], v[kX1 + k][g]);
+        }
+    }
+
+    // Iterations [from, to) with lanes that have not started or have finished. A lane that has
+    // not started keeps its history; one that has finished runs on (nobody reads it any more),
+    // and its history as it stood after its last sample is kept.
+    static void Masked(Memory& m, float* const* buffers, int n, int from, int to) noexcept {
+        Registers r;
+        r.Load(m);
+        V(&v)[kFields][G] = r.values;
+        for (int t = from; t < to; ++t) {
+            const V now = Isa::Set1(static_cast<double>(t));
+            V carry[G];
+#pragma GCC unroll 64
+            for (int g = 0; g < G; ++g) carry[g] = r.Carry(g);
+            const V in = t < n ? Isa::template Input<C>(buffers, t) : Isa::Zero();
+            V out = in;
+#pragma GCC unroll 64
+            for (int g = 0; g < G; ++g) {
+                // A group none of whose lanes has started has nothing to do, nor has one whose
+                // last lane has finished and handed its last output on: that output reaches the
+                // next position S - 1 iterations after it was made.
+                if (t < S * (g * L / C) || t > n - 2 + S * ((g * L + L - 1) / C + 1)) continue;
+                const V x = Input(in, carry, g);
+                const V y = r.Recursion(g, x);
+                const M started = Isa::GreaterEqual(now, Isa::Load(m.first[g]));
+                v[kX2][g] = Isa::Select(started, v[kX1][g], v[kX2][g]);
+                v[kX1][g] = Isa::Select(started, x, v[kX1][g]);
+#pragma GCC unroll 8
+                for (int k = kFields - 1; k > kY1; --k) v[k][g] = Isa::Select(started, v[k - 1][g], v[k][g]);
+                v[kY1][g] = Isa::Select(started, y, v[kY1][g]);
+                if (g == kOutGroup) out = y;
+                const M running = Isa::And(started, Isa::LessEqual(now, Isa::Load(m.last[g])));
+#pragma GCC unroll 4
+                for (int k = 0; k < kKept; ++k) {
+                    double* at = m.kept[k][g];
+                    Isa::Store(at, Isa::Select(running, v[kX1 + k][g], Isa::Load(at)));
+                }
+            }
+            if (t >= kLag) Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+        }
+        r.Store(m);
+    }
+};
+
+// Runs passes of P = kPositions down to 1: the compile-time pass for a run-time size.
+template <class Isa, int C, int S, int kPositions>
+void RunPass(int positions, StageValues* const* stages, float* const* buffers, int n) noexcept {
+    if constexpr (kPositions > 1) {
+        if (positions != kPositions) {
+            return RunPass<Isa, C, S, kPositions - 1>(positions, stages, buffers, n);
+        }
+    }
+    LanePass<Isa, C, kPositions, S>::Run(stages, buffers, n);
+}
+
+// A cascade of any length as passes of at most kMaxPositions sections. Passes take whole vectors
+// and share them out evenly (so ten stereo sections in vectors of two run as six and four rather
+// than eight and two); only the last pass may leave lanes empty.
+template <class Isa, int C, int S, int kMaxPositions>
+void RunLaneCascade(StageValues* const* stages, int count, float* const* buffers,
+                    int n) noexcept {
+    if (n <= 0) return;
+    constexpr int kPerVector = Isa::kLanes / C;
+    constexpr int kMaxVectors = kMaxPositions / kPerVector;
+    static_assert(kMaxVectors * kPerVector == kMaxPositions, "passes hold whole vectors");
+    const int vectors = (count + kPerVector - 1) / kPerVector;
+    const int passes = (vectors + kMaxVectors - 1) / kMaxVectors;
+    StageValues* at[2] = {stages[0], C == 2 ? stages[1] : nullptr};
+    for (int pass = 0; pass < passes; ++pass) {
+        const int share = vectors / passes + (pass < vectors % passes ? 1 : 0);
+        const int positions = share * kPerVector < count ? share * kPerVector : count;
+        RunPass<Isa, C, S, kMaxPositions>(positions, at, buffers, n);
+        for (int c = 0; c < C; ++c) at[c] += positions;
+        count -= positions;
+    }
+}
+
+}  // namespace
+}  // namespace vorix

@@ -1,0 +1,78 @@
+// The x86-64 baseline build of the lane-packed cascade: two doubles to a register, sixteen
+// registers.
+#include <emmintrin.h>
+
+#include "dsp/SectionCascadeLanes.h"
+
+namespace vorix::cascade_variants {
+namespace {
+
+struct Sse2 {
+    using V = __m128d;
+    using M = __m128d;
+    static constexpr int kLanes = 2;
+
+    static V Load(const double* p) { return _mm_load_pd(p); }
+    static void Store(double* p, V v) { _mm_store_pd(p, v); }
+    static V Zero() { return _mm_setzero_pd(); }
+    static V Set1(double x) { return _mm_set1_pd(x); }
+    static V Mul(V a, V b) { return _mm_mul_pd(a, b); }
+    static V Add(V a, V b) { return _mm_add_pd(a, b); }
+    static V Sub(V a, V b) { return _mm_sub_pd(a, b); }
+    static V Round(V v) { return _mm_cvtps_pd(_mm_cvtpd_ps(v)); }
+
+    // The samples that enter position 0, repeated in every group of C lanes.
+    template <int C>
+    static V Input(float* const* buffers, int i) {
+        if constexpr (C == 1) {
+            return _mm_set1_pd(static_cast<double>(buffers[0][i]));
+        } else {
+            return _mm_cvtps_pd(_mm_unpacklo_ps(_mm_load_ss(buffers[0] + i), _mm_load_ss(buffers[1] + i)));
+        }
+    }
+
+    // Lane l of the result: cur[l - C], or prev[kLanes - C + l] for the first C lanes.
+    template <int C>
+    static V ShiftIn(V prev, V cur) {
+        if constexpr (C == 2) {
+            return prev;
+        } else {
+            return _mm_shuffle_pd(prev, cur, 1);
+        }
+    }
+
+    // Lanes [kLane, kLane + C) rounded to single precision into the buffers at i.
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        const __m128 f = _mm_cvtpd_ps(y);
+        if constexpr (C == 1) {
+            _mm_store_ss(buffers[0] + i, kLane == 0 ? f : _mm_shuffle_ps(f, f, 1));
+        } else {
+            _mm_store_ss(buffers[0] + i, f);
+            _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, 1));
+        }
+    }
+
+    static M GreaterEqual(V a, V b) { return _mm_cmpge_pd(a, b); }
+    static M LessEqual(V a, V b) { return _mm_cmple_pd(a, b); }
+    static M And(M a, M b) { return _mm_and_pd(a, b); }
+    static V Select(M m, V a, V b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
+};
+
+// Stereo holds one section per register, so no register feeds itself and no skew is needed;
+// mono holds two and needs the skew. Sixteen registers keep four registers' worth of sections.
+constexpr int kStereoPositions = 4;
+constexpr int kMonoPositions = 6;
+
+}  // namespace
+
+void CascadeSse2(StageValues* const* stages, int channels, int count, float* const* buffers,
+                 int samples) noexcept {
+    if (channels == 2) {
+        RunLaneCascade<Sse2, 2, 1, kStereoPositions>(stages, count, buffers, samples);
+    } else {
+        RunLaneCascade<Sse2, 1, 2, kMonoPositions>(stages, count, buffers, samples);
+    }
+}
+
+}  // namespace vorix::cascade_variants
