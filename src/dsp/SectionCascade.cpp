@@ -33,20 +33,28 @@ cascade_variants::CascadeKernel KernelFor(CascadeIsa isa) noexcept {
     return &cascade_variants::CascadeSse2;
 }
 
-StageValues Enter(const CascadeStage& stage) noexcept {
-    if (stage.filter != nullptr) {
-        const SectionCoefficients c = LoadAudioSet(stage.filter);
-        const SectionState s = LoadState(stage.filter);
-        return {c.b0, c.b1, c.b2, c.a1, c.a2, s.x1, s.x2, s.y1, s.y2};
+// Field by field, straight into place: a whole structure returned through memory and read back in
+// wider pieces would stall on every section of every block.
+void Enter(const CascadeStage& stage, StageValues& v) noexcept {
+    if (const SectionFilterData* f = stage.filter) {
+        v.b0 = f->b[0].Load(), v.b1 = f->b[1].Load(), v.b2 = f->b[2].Load();
+        v.a1 = f->a[1].Load(), v.a2 = f->a[2].Load();
+        v.x1 = f->x1.Load(), v.x2 = f->x2.Load(), v.y1 = f->y1.Load(), v.y2 = f->y2.Load();
+        return;
     }
     const FilterSection& s = *stage.section;
-    return {s.b[0], s.b[1], s.b[2], s.a[1], s.a[2], s.x[1], s.x[2], s.y[1], s.y[2]};
+    v.b0 = s.b[0].Load(), v.b1 = s.b[1].Load(), v.b2 = s.b[2].Load();
+    v.a1 = s.a[1].Load(), v.a2 = s.a[2].Load();
+    v.x1 = s.x[1].Load(), v.x2 = s.x[2].Load(), v.y1 = s.y[1].Load(), v.y2 = s.y[2].Load();
 }
 
 // Writes the history back as each section's own kernel leaves it.
 void Leave(const CascadeStage& stage, const StageValues& v, int samples) noexcept {
     const float x1 = static_cast<float>(v.x1), x2 = static_cast<float>(v.x2);
-    if (stage.filter != nullptr) return StoreState(stage.filter, {x1, x2, v.y1, v.y2});
+    if (SectionFilterData* f = stage.filter) {
+        f->x1 = x1, f->x2 = x2, f->y1 = v.y1, f->y2 = v.y2;
+        return;
+    }
     FilterSection& s = *stage.section;
     if (samples > 0) s.x[0] = x1;  // the External kernel keeps the last input there
     s.x[1] = x1;
@@ -64,7 +72,7 @@ void Run(CascadeIsa isa, const CascadeStage* const* stages, int channels, int co
     for (int done = 0; done < count; done += kChunk) {
         const int chunk = std::min(kChunk, count - done);
         for (int c = 0; c < channels; ++c) {
-            for (int j = 0; j < chunk; ++j) values[c][j] = Enter(stages[c][done + j]);
+            for (int j = 0; j < chunk; ++j) Enter(stages[c][done + j], values[c][j]);
         }
         kernel(lanes, channels, chunk, buffers, samples);
         for (int c = 0; c < channels; ++c) {

@@ -115,7 +115,7 @@ void CascadeAvx512(StageValues* const* stages, int channels, int count, float* c
     if (channels == 2) {
         RunLaneCascade<Avx512Ymm, 2, 2, kStereoPositions>(stages, count, buffers, samples);
     } else {
-        RunLaneCascade<Avx512Ymm, 1, 2, kMonoPositions>(stages, count, buffers, samples);
+        RunLaneCascade<Avx512Ymm, 1, 3, kMonoPositions>(stages, count, buffers, samples);
     }
 }
 

@@ -49,11 +49,11 @@ class LanePass {
         Memory m;
         Enter(m, stages, n);
         if (n > kLag) {
-            Masked(m, buffers, n, 0, kLag);
+            Masked<true, false>(m, buffers, n, 0, kLag);
             Main(m, buffers, n);
-            Masked(m, buffers, n, n, n + kLag);
+            Masked<false, true>(m, buffers, n, n, n + kLag);
         } else {
-            Masked(m, buffers, n, 0, n + kLag);
+            Masked<true, true>(m, buffers, n, 0, n + kLag);
         }
         Leave(m, stages);
     }
@@ -169,9 +169,10 @@ class LanePass {
         }
     }
 
-    // Iterations [from, to) with lanes that have not started or have finished. A lane that has
-    // not started keeps its history; one that has finished runs on (nobody reads it any more),
-    // and its history as it stood after its last sample is kept.
+    // Iterations [from, to) with lanes that have not started (kStarting) or have finished
+    // (kEnding). A lane that has not started keeps its history; one that has finished runs on
+    // (nobody reads it any more), and its history as it stood after its last sample is kept.
+    template <bool kStarting, bool kEnding>
     static void Masked(Memory& m, float* const* buffers, int n, int from, int to) noexcept {
         Registers r;
         r.Load(m);
@@ -191,18 +192,31 @@ class LanePass {
                 if (t < S * (g * L / C) || t > n - 2 + S * ((g * L + L - 1) / C + 1)) continue;
                 const V x = Input(in, carry, g);
                 const V y = r.Recursion(g, x);
-                const M started = Isa::GreaterEqual(now, Isa::Load(m.first[g]));
-                v[kX2][g] = Isa::Select(started, v[kX1][g], v[kX2][g]);
-                v[kX1][g] = Isa::Select(started, x, v[kX1][g]);
+                if constexpr (kStarting) {
+                    const M started = Isa::GreaterEqual(now, Isa::Load(m.first[g]));
+                    v[kX2][g] = Isa::Select(started, v[kX1][g], v[kX2][g]);
+                    v[kX1][g] = Isa::Select(started, x, v[kX1][g]);
 #pragma GCC unroll 8
-                for (int k = kFields - 1; k > kY1; --k) v[k][g] = Isa::Select(started, v[k - 1][g], v[k][g]);
-                v[kY1][g] = Isa::Select(started, y, v[kY1][g]);
+                    for (int k = kFields - 1; k > kY1; --k) {
+                        v[k][g] = Isa::Select(started, v[k - 1][g], v[k][g]);
+                    }
+                    v[kY1][g] = Isa::Select(started, y, v[kY1][g]);
+                } else {
+                    v[kX2][g] = v[kX1][g];
+                    v[kX1][g] = x;
+#pragma GCC unroll 8
+                    for (int k = kFields - 1; k > kY1; --k) v[k][g] = v[k - 1][g];
+                    v[kY1][g] = y;
+                }
                 if (g == kOutGroup) out = y;
-                const M running = Isa::And(started, Isa::LessEqual(now, Isa::Load(m.last[g])));
+                if constexpr (kEnding) {
+                    M running = Isa::LessEqual(now, Isa::Load(m.last[g]));
+                    if constexpr (kStarting) running = Isa::And(running, Isa::GreaterEqual(now, Isa::Load(m.first[g])));
 #pragma GCC unroll 4
-                for (int k = 0; k < kKept; ++k) {
-                    double* at = m.kept[k][g];
-                    Isa::Store(at, Isa::Select(running, v[kX1 + k][g], Isa::Load(at)));
+                    for (int k = 0; k < kKept; ++k) {
+                        double* at = m.kept[k][g];
+                        Isa::Store(at, Isa::Select(running, v[kX1 + k][g], Isa::Load(at)));
+                    }
                 }
             }
             if (t >= kLag) Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
