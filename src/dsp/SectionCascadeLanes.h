@@ -22,6 +22,8 @@
 
 #include <immintrin.h>
 
+#include <utility>
+
 #include "dsp/SectionCascadeVariants.h"
 
 namespace vorix {
@@ -137,12 +139,52 @@ class LanePass {
         }
     }
 
+    // Iteration kPhase of a round of kRound in which the history trades registers instead of
+    // moving: the j-th newest input (0 is x1) lives in field kX1 + (j - kPhase) mod 2 and the j-th
+    // newest output (0 is y1) in kY1 + (j - kPhase) mod D; each new value takes the oldest's.
+    static constexpr int kRound = D % 2 == 0 ? D : 2 * D;
+    static constexpr int XSlot(int j, int phase) { return kX1 + ((j - phase) % 2 + 2) % 2; }
+    static constexpr int YSlot(int j, int phase) { return kY1 + ((j - phase) % D + D) % D; }
+
+    template <int kPhase>
+    [[gnu::always_inline]] static void Step(Registers& r, float* const* buffers, int t) noexcept {
+        V(&v)[kFields][G] = r.values;
+        V carry[G];
+#pragma GCC unroll 64
+        for (int g = 0; g < G; ++g) carry[g] = Isa::Round(v[YSlot(S - 1, kPhase)][g]);
+        const V in = Isa::template Input<C>(buffers, t);
+        V out = in;
+#pragma GCC unroll 64
+        for (int g = 0; g < G; ++g) {
+            const V x = Input(in, carry, g);
+            const V y = Isa::Sub(
+                Isa::Sub(Isa::Add(Isa::Add(Isa::Mul(v[kB0][g], x), Isa::Mul(v[kB1][g], v[XSlot(0, kPhase)][g])),
+                                  Isa::Mul(v[kB2][g], v[XSlot(1, kPhase)][g])),
+                         Isa::Mul(v[kA1][g], v[YSlot(0, kPhase)][g])),
+                Isa::Mul(v[kA2][g], v[YSlot(1, kPhase)][g]));
+            v[XSlot(1, kPhase)][g] = x;
+            v[YSlot(D - 1, kPhase)][g] = y;
+            if (g == kOutGroup) out = y;
+        }
+        Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+    }
+
+    template <int... kPhases>
+    [[gnu::always_inline]] static void Round(Registers& r, float* const* buffers, int t,
+                                             std::integer_sequence<int, kPhases...>) noexcept {
+        (Step<kPhases>(r, buffers, t + kPhases), ...);
+    }
+
     // Iterations kLag to n - 1: every lane on a sample of its own.
     static void Main(Memory& m, float* const* buffers, int n) noexcept {
         Registers r;
         r.Load(m);
         V(&v)[kFields][G] = r.values;
-        for (int t = kLag; t < n; ++t) {
+        int t = kLag;
+        for (; t + kRound <= n; t += kRound) {
+            Round(r, buffers, t, std::make_integer_sequence<int, kRound>{});
+        }
+        for (; t < n; ++t) {
             V carry[G];
 #pragma GCC unroll 64
             for (int g = 0; g < G; ++g) carry[g] = r.Carry(g);
