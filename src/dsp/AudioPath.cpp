@@ -53,6 +53,23 @@ public:
         }
     }
 
+    // Runs the filters that a side-by-side walk reaches at the same place in both chains: a pair
+    // that ramps together designs each step once.
+    void PushPair(OpaqueFilterData* left, OpaqueFilterData* right) noexcept {
+        const bool ramps = !steadyOnly_ && KindOf(left) == FilterKind::SingleSection &&
+                           KindOf(right) == FilterKind::SingleSection &&
+                           left->process.Load() == &ProcessFilterBlock &&
+                           right->process.Load() == &ProcessFilterBlock && RampDue(left) &&
+                           RampDue(right);
+        if (!ramps) {
+            Push(0, left);
+            Push(1, right);
+            return;
+        }
+        Flush();
+        ProcessFilterBlockPair(left, right, buffers_[0], buffers_[1], samples_);
+    }
+
     // Runs whatever is gathered. Audio thread.
     void Flush() noexcept {
         const int paired = lanes_ == 2 ? std::min(count_[0], count_[1]) : 0;
@@ -140,6 +157,12 @@ void WalkChains(CascadeIsa isa, FilterChain* const* chains, float* const* buffer
         CascadeRunner runner(isa, at, 2, count, steadyOnly);
         OpaqueFilterData* f[2] = {FirstFilter(chains[0]), FirstFilter(chains[1])};
         while (f[0] != nullptr || f[1] != nullptr) {
+            if (f[0] != nullptr && f[1] != nullptr && Processes(f[0]) && Processes(f[1])) {
+                runner.PushPair(f[0], f[1]);
+                f[0] = NextFilter(f[0]);
+                f[1] = NextFilter(f[1]);
+                continue;
+            }
             for (int lane = 0; lane < 2; ++lane) {
                 if (f[lane] == nullptr) continue;
                 if (Processes(f[lane])) runner.Push(lane, f[lane]);
