@@ -281,7 +281,7 @@ void Process(AudioPathState& state, const float* const* inputs, float* const* ou
     bool runs[2] = {false, false};
     for (int c = 0; c < state.channels; ++c) {
         runs[c] = state.channelActive[c] && outputs[c] != nullptr && inputs[c] != nullptr;
-        if (runs[c]) AddGuardNoise(inputs[c], state.workBuffer[c].data(), count);
+        if (runs[c]) AddGuardNoise(inputs[c], state.workBuffer[c].data(), count, state.cascadeIsa);
     }
     if (solo == nullptr) {
         RunChains(state, config, runs, count);

@@ -5,6 +5,8 @@
 
 #include <emmintrin.h>
 
+#include "dsp/SectionCascadeVariants.h"
+
 namespace vorix {
 namespace {
 
@@ -18,13 +20,8 @@ inline float Playable(float sample) noexcept {
 // which matters to nobody. Relaxed atomic access keeps that free of undefined behaviour.
 std::atomic<uint32_t> gSeed{1};
 
-constexpr uint32_t kA = 1234567u;
-constexpr uint32_t kC = 890123u;
-
-// The generator advanced by k steps at once: s(n + k) = A^k s(n) + C (A^(k-1) + ... + 1), all
-// modulo 2^32, so that many draws need no chain of multiplies.
-constexpr uint32_t Multiplier(int k) { return k == 0 ? 1u : kA * Multiplier(k - 1); }
-constexpr uint32_t Increment(int k) { return k == 0 ? 0u : Increment(k - 1) * kA + kC; }
+using cascade_variants::GuardIncrement;
+using cascade_variants::GuardMultiplier;
 
 // The low 32 bits of each lane's product, with the baseline's 32-by-32-to-64 multiply.
 inline __m128i MultiplyLow(__m128i a, __m128i b) noexcept {
@@ -45,16 +42,23 @@ inline __m128 AddGuardValues(__m128 input, __m128i states) noexcept {
 
 }  // namespace
 
-void AddGuardNoise(const float* input, float* output, int count) noexcept {
+void AddGuardNoise(const float* input, float* output, int count, CascadeIsa isa) noexcept {
     uint32_t seed = gSeed.load(std::memory_order_relaxed);
+    if (isa != CascadeIsa::Sse2) {
+        const cascade_variants::GuardNoiseKernel kernel = isa == CascadeIsa::Avx512
+                                                              ? &cascade_variants::GuardNoiseAvx512
+                                                              : &cascade_variants::GuardNoiseAvx2;
+        gSeed.store(kernel(input, output, count, seed), std::memory_order_relaxed);
+        return;
+    }
     int i = 0;
     if (count >= 8) {
         // Lanes hold the states of draws i + 1 to i + 8; each round moves every lane 8 draws on.
-        auto first = [seed](int k) { return static_cast<int>(seed * Multiplier(k) + Increment(k)); };
+        auto first = [seed](int k) { return static_cast<int>(seed * GuardMultiplier(k) + GuardIncrement(k)); };
         __m128i low = _mm_setr_epi32(first(1), first(2), first(3), first(4));
         __m128i high = _mm_setr_epi32(first(5), first(6), first(7), first(8));
-        const __m128i multiplier = _mm_set1_epi32(static_cast<int>(Multiplier(8)));
-        const __m128i increment = _mm_set1_epi32(static_cast<int>(Increment(8)));
+        const __m128i multiplier = _mm_set1_epi32(static_cast<int>(GuardMultiplier(8)));
+        const __m128i increment = _mm_set1_epi32(static_cast<int>(GuardIncrement(8)));
         for (;;) {
             _mm_storeu_ps(output + i, AddGuardValues(_mm_loadu_ps(input + i), low));
             _mm_storeu_ps(output + i + 4, AddGuardValues(_mm_loadu_ps(input + i + 4), high));

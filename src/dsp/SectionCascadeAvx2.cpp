@@ -54,6 +54,24 @@ struct Avx2 {
     static M LessEqual(V a, V b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
     static M And(M a, M b) { return _mm256_and_pd(a, b); }
     static V Select(M m, V a, V b) { return _mm256_blendv_pd(b, a, m); }
+
+    // The guard noise's lanes.
+    using I = __m256i;
+    static constexpr int kWords = 8;
+    static I LoadWords(const uint32_t* p) { return _mm256_load_si256(reinterpret_cast<const I*>(p)); }
+    static I Words(uint32_t w) { return _mm256_set1_epi32(static_cast<int>(w)); }
+    static I NextStates(I s, I multiplier, I increment) {
+        return _mm256_add_epi32(_mm256_mullo_epi32(s, multiplier), increment);
+    }
+    static uint32_t LastWord(I s) { return static_cast<uint32_t>(_mm256_extract_epi32(s, 7)); }
+    static void AddGuard(const float* input, float* output, I states) {
+        const __m256 in = _mm256_loadu_ps(input);
+        const I exponent = Words(0x7F800000u);
+        const I notFinite = _mm256_cmpeq_epi32(_mm256_and_si256(_mm256_castps_si256(in), exponent), exponent);
+        const __m256 playable = _mm256_andnot_ps(_mm256_castsi256_ps(notFinite), in);
+        const I guard = _mm256_or_si256(_mm256_and_si256(states, Words(0x9E7F0000u)), Words(0x1E000000u));
+        _mm256_storeu_ps(output, _mm256_add_ps(playable, _mm256_castsi256_ps(guard)));
+    }
 };
 
 // Sixteen registers hold the history of three registers of sections; their coefficients come
@@ -70,6 +88,10 @@ void CascadeAvx2(StageValues* const* stages, int channels, int count, float* con
     } else {
         RunLaneCascade<Avx2, 1, 2, kMonoPositions>(stages, count, buffers, samples);
     }
+}
+
+uint32_t GuardNoiseAvx2(const float* input, float* output, int count, uint32_t seed) noexcept {
+    return RunGuardNoise<Avx2>(input, output, count, seed);
 }
 
 }  // namespace vorix::cascade_variants

@@ -57,6 +57,27 @@ struct Avx512 {
     static M LessEqual(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_LE_OQ); }
     static M And(M a, M b) { return static_cast<M>(a & b); }
     static V Select(M m, V a, V b) { return _mm512_mask_blend_pd(m, b, a); }
+
+    // The guard noise's lanes.
+    using I = __m512i;
+    static constexpr int kWords = 16;
+    static I LoadWords(const uint32_t* p) { return _mm512_load_si512(p); }
+    static I Words(uint32_t w) { return _mm512_set1_epi32(static_cast<int>(w)); }
+    static I NextStates(I s, I multiplier, I increment) {
+        return _mm512_add_epi32(_mm512_mullo_epi32(s, multiplier), increment);
+    }
+    static uint32_t LastWord(I s) {
+        return static_cast<uint32_t>(_mm_extract_epi32(_mm512_extracti32x4_epi32(s, 3), 3));
+    }
+    static void AddGuard(const float* input, float* output, I states) {
+        const __m512 in = _mm512_loadu_ps(input);
+        const __mmask16 notFinite =
+            _mm512_cmpeq_epi32_mask(_mm512_and_si512(_mm512_castps_si512(in), Words(0x7F800000u)),
+                                    Words(0x7F800000u));
+        const __m512 playable = _mm512_mask_blend_ps(notFinite, in, _mm512_setzero_ps());
+        const I guard = _mm512_or_si512(_mm512_and_si512(states, Words(0x9E7F0000u)), Words(0x1E000000u));
+        _mm512_storeu_ps(output, _mm512_add_ps(playable, _mm512_castsi512_ps(guard)));
+    }
 };
 
 // Four doubles to a register with AVX-512VL: thirty-two registers and mask registers, at a width
@@ -117,6 +138,10 @@ void CascadeAvx512(StageValues* const* stages, int channels, int count, float* c
     } else {
         RunLaneCascade<Avx512Ymm, 1, 3, kMonoPositions>(stages, count, buffers, samples);
     }
+}
+
+uint32_t GuardNoiseAvx512(const float* input, float* output, int count, uint32_t seed) noexcept {
+    return RunGuardNoise<Avx512>(input, output, count, seed);
 }
 
 }  // namespace vorix::cascade_variants

@@ -300,5 +300,41 @@ void RunLaneCascade(StageValues* const* stages, int count, float* const* buffers
     }
 }
 
+// Guard noise in lanes of 32-bit integers and floats, Isa::kWords at a time: each lane draws the
+// state of its own sample, and every round moves all lanes on by kWords draws. The tail runs one
+// draw at a time. Returns the generator's state after the last draw.
+template <class Isa>
+uint32_t RunGuardNoise(const float* input, float* output, int count, uint32_t seed) noexcept {
+    using cascade_variants::GuardIncrement;
+    using cascade_variants::GuardMultiplier;
+    constexpr int W = Isa::kWords;
+    int i = 0;
+    if (count >= W) {
+        alignas(64) uint32_t first[W];
+        for (int k = 0; k < W; ++k) first[k] = seed * GuardMultiplier(k + 1) + GuardIncrement(k + 1);
+        typename Isa::I states = Isa::LoadWords(first);
+        const typename Isa::I multiplier = Isa::Words(GuardMultiplier(W));
+        const typename Isa::I increment = Isa::Words(GuardIncrement(W));
+        for (;;) {
+            Isa::AddGuard(input + i, output + i, states);
+            i += W;
+            if (i + W > count) break;
+            states = Isa::NextStates(states, multiplier, increment);
+        }
+        seed = Isa::LastWord(states);
+    }
+    for (; i < count; ++i) {
+        seed = seed * cascade_variants::kGuardMultiplier + cascade_variants::kGuardIncrement;
+        uint32_t bits;
+        __builtin_memcpy(&bits, input + i, sizeof bits);
+        const float playable = (bits & 0x7F800000u) != 0x7F800000u ? input[i] : 0.0f;
+        const uint32_t guardBits = (seed & 0x9E7F0000u) | 0x1E000000u;
+        float guard;
+        __builtin_memcpy(&guard, &guardBits, sizeof guard);
+        output[i] = playable + guard;
+    }
+    return seed;
+}
+
 }  // namespace
 }  // namespace vorix

@@ -16,29 +16,37 @@
 namespace vorix::test {
 namespace {
 
-// Both generators against the sequence worked out here in 64-bit arithmetic, over odd sizes so
-// that the four-way steps and the tail of the fast one are all exercised.
+// The generator in the registers of every instruction set, and one step at a time, against the
+// sequence worked out here in 64-bit arithmetic, over odd sizes so that the wide steps and the
+// tails are all exercised; input that is not a number plays as silence plus the guard value.
 TEST(DenormalGuard, FastAndPlainGuardNoiseFollowTheGeneratorFromAnySeed) {
-    for (int samples : OddBlockSizes()) {
-        SCOPED_TRACE(samples);
-        // An input this small lets every guard value show in the sum.
-        const std::vector<float> input(static_cast<size_t>(samples), 0x1p-66f);
-        std::vector<float> fast(input.size()), plain(input.size());
-        const uint32_t start = 77u + static_cast<uint32_t>(samples);
-        SetGuardNoiseSeed(start);
-        AddGuardNoise(input.data(), fast.data(), samples);
-        const uint32_t fastSeed = GuardNoiseSeed();
-        SetGuardNoiseSeed(start);
-        AddGuardNoisePlain(input.data(), plain.data(), samples);
-        ASSERT_TRUE(SameBits(fast, plain));
-        uint64_t seed = start;
-        for (int i = 0; i < samples; ++i) {
-            seed = (seed * 1234567u + 890123u) % (uint64_t{1} << 32);
-            const uint32_t bits = (static_cast<uint32_t>(seed) & 0x9E7F0000u) | 0x1E000000u;
-            ASSERT_EQ(plain[i], input[i] + std::bit_cast<float>(bits)) << "draw " << i;
+    for (CascadeIsa isa : {CascadeIsa::Sse2, CascadeIsa::Avx2, CascadeIsa::Avx512}) {
+        if (!CascadeIsaSupported(isa)) continue;
+        std::vector<int> sizes = OddBlockSizes();
+        sizes.push_back(35);
+        for (int samples : sizes) {
+            SCOPED_TRACE(::testing::Message() << CascadeIsaName(isa) << ", " << samples);
+            // An input this small lets every guard value show in the sum.
+            std::vector<float> input(static_cast<size_t>(samples), 0x1p-66f);
+            for (int i = 5; i < samples; i += 11) input[static_cast<size_t>(i)] = i % 2 ? NAN : -INFINITY;
+            std::vector<float> fast(input.size()), plain(input.size());
+            const uint32_t start = 77u + static_cast<uint32_t>(samples);
+            SetGuardNoiseSeed(start);
+            AddGuardNoise(input.data(), fast.data(), samples, isa);
+            const uint32_t fastSeed = GuardNoiseSeed();
+            SetGuardNoiseSeed(start);
+            AddGuardNoisePlain(input.data(), plain.data(), samples);
+            ASSERT_TRUE(SameBits(fast, plain));
+            uint64_t seed = start;
+            for (int i = 0; i < samples; ++i) {
+                seed = (seed * 1234567u + 890123u) % (uint64_t{1} << 32);
+                const uint32_t bits = (static_cast<uint32_t>(seed) & 0x9E7F0000u) | 0x1E000000u;
+                const float playable = std::isfinite(input[i]) ? input[i] : 0.0f;
+                ASSERT_EQ(plain[i], playable + std::bit_cast<float>(bits)) << "draw " << i;
+            }
+            ASSERT_EQ(GuardNoiseSeed(), seed);
+            ASSERT_EQ(fastSeed, seed);
         }
-        ASSERT_EQ(GuardNoiseSeed(), seed);
-        ASSERT_EQ(fastSeed, seed);
     }
 }
 
