@@ -6,9 +6,11 @@ namespace vorix {
 
 // One second-order section that a cascade runs: a single-section filter with no ramp due (its
 // audio set), or one section of an External filter. Exactly one of the two is set.
+// (No default values: the chain walk gathers stages into arrays that it must not clear on every
+// block.)
 struct CascadeStage {
-    SectionFilterData* filter = nullptr;
-    FilterSection* section = nullptr;
+    SectionFilterData* filter;
+    FilterSection* section;
 };
 
 // The instruction sets the cascades are built for. All give the same bits.
