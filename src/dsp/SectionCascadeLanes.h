@@ -214,6 +214,8 @@ class LanePass {
     // Iterations [from, to) with lanes that have not started (kStarting) or have finished
     // (kEnding). A lane that has not started keeps its history; one that has finished runs on
     // (nobody reads it any more), and its history as it stood after its last sample is kept.
+    // Only a group with lanes on both sides of such an edge needs a mask: with two or four
+    // positions to a group, that is at most one or two groups in any iteration.
     template <bool kStarting, bool kEnding>
     static void Masked(Memory& m, float* const* buffers, int n, int from, int to) noexcept {
         Registers r;
@@ -228,13 +230,16 @@ class LanePass {
             V out = in;
 #pragma GCC unroll 64
             for (int g = 0; g < G; ++g) {
+                constexpr int kLastPosition = P - 1;
+                const int low = g * L / C;
+                const int high = (g * L + L - 1) / C < kLastPosition ? (g * L + L - 1) / C : kLastPosition;
                 // A group none of whose lanes has started has nothing to do, nor has one whose
                 // last lane has finished and handed its last output on: that output reaches the
                 // next position S - 1 iterations after it was made.
-                if (t < S * (g * L / C) || t > n - 2 + S * ((g * L + L - 1) / C + 1)) continue;
+                if (t < S * low || t > n - 2 + S * (high + 1)) continue;
                 const V x = Input(in, carry, g);
                 const V y = r.Recursion(g, x);
-                if constexpr (kStarting) {
+                if (kStarting && t < S * high) {
                     const M started = Isa::GreaterEqual(now, Isa::Load(m.first[g]));
                     v[kX2][g] = Isa::Select(started, v[kX1][g], v[kX2][g]);
                     v[kX1][g] = Isa::Select(started, x, v[kX1][g]);
@@ -251,13 +256,12 @@ class LanePass {
                     v[kY1][g] = y;
                 }
                 if (g == kOutGroup) out = y;
-                if constexpr (kEnding) {
-                    M running = Isa::LessEqual(now, Isa::Load(m.last[g]));
-                    if constexpr (kStarting) running = Isa::And(running, Isa::GreaterEqual(now, Isa::Load(m.first[g])));
+                if (kEnding && t >= n - 1 + S * low && t <= n - 1 + S * high) {
+                    const M finishing = Isa::Equal(now, Isa::Load(m.last[g]));
 #pragma GCC unroll 4
                     for (int k = 0; k < kKept; ++k) {
                         double* at = m.kept[k][g];
-                        Isa::Store(at, Isa::Select(running, v[kX1 + k][g], Isa::Load(at)));
+                        Isa::Store(at, Isa::Select(finishing, v[kX1 + k][g], Isa::Load(at)));
                     }
                 }
             }
