@@ -23,15 +23,15 @@ bool Processes(const OpaqueFilterData* f) {
     return (f->flags.Load() & FilterFlags::NotProcessing) == 0;
 }
 
-// Gathers the sections of one or two channels that run in cascade: steady single-section filters,
-// the active sub-filters of harmonic filters and the sections of External filters, each in its
-// channel's order. A filter with a ramp due flushes what was gathered and runs on its own. The
-// channels never mix, so pairing left section j with right section j in one register is free.
+// Gathers the sections of one or two channels that run in cascade: single-section filters, the
+// active sub-filters of harmonic filters and the sections of External filters, each in its
+// channel's order. A filter whose change ramps in this block has its ramp laid out first and runs
+// in the cascade like any other, its first samples on the ramp's steps. The channels never mix,
+// so pairing left section j with right section j in one register is free.
 class CascadeRunner {
 public:
-    // With `steadyOnly` no ramp starts: the walk after the ramp samples of a block.
-    CascadeRunner(CascadeIsa isa, float* const* buffers, int lanes, int samples, bool steadyOnly)
-        : isa_(isa), buffers_(buffers), lanes_(lanes), samples_(samples), steadyOnly_(steadyOnly) {}
+    CascadeRunner(CascadeIsa isa, float* const* buffers, int lanes, int samples)
+        : isa_(isa), buffers_(buffers), lanes_(lanes), samples_(samples) {}
 
     // Runs one chain filter of a lane as the chain walk reaches it.
     void Push(int lane, OpaqueFilterData* f) noexcept {
@@ -44,7 +44,7 @@ public:
         } else if (kind == FilterKind::External && process == &ProcessSectionsBlock) {
             // One snapshot of the section array, as the External kernel takes it.
             for (FilterSection& section : AsExternal(f)->sections.View()) {
-                Gather(lane, CascadeStage{nullptr, &section});
+                Gather(lane, CascadeStage{nullptr, &section, nullptr});
             }
         } else {
             // A record with a process function of its own runs through it, as in the reference.
@@ -54,20 +54,23 @@ public:
     }
 
     // Runs the filters that a side-by-side walk reaches at the same place in both chains: a pair
-    // that ramps together designs each step once.
+    // whose halves ramp together designs each step once, for both.
     void PushPair(OpaqueFilterData* left, OpaqueFilterData* right) noexcept {
-        const bool ramps = !steadyOnly_ && KindOf(left) == FilterKind::SingleSection &&
-                           KindOf(right) == FilterKind::SingleSection &&
-                           left->process.Load() == &ProcessFilterBlock &&
-                           right->process.Load() == &ProcessFilterBlock && RampDue(left) &&
-                           RampDue(right);
-        if (!ramps) {
-            Push(0, left);
-            Push(1, right);
-            return;
+        const bool sections = KindOf(left) == FilterKind::SingleSection &&
+                              KindOf(right) == FilterKind::SingleSection &&
+                              left->process.Load() == &ProcessFilterBlock &&
+                              right->process.Load() == &ProcessFilterBlock;
+        if (sections) {
+            const RampSchedule* ramp = FreeSchedule();
+            if (PrepareRampPair(left, right, samples_, &schedules_[used_])) {
+                ++used_;
+                Gather(0, CascadeStage{AsSection(left), nullptr, ramp});
+                Gather(1, CascadeStage{AsSection(right), nullptr, ramp});
+                return;
+            }
         }
-        Flush();
-        ProcessFilterBlockPair(left, right, buffers_[0], buffers_[1], samples_);
+        Push(0, left);
+        Push(1, right);
     }
 
     // Runs whatever is gathered. Audio thread.
@@ -84,23 +87,32 @@ public:
             }
             count_[lane] = 0;
         }
+        used_ = 0;
     }
 
 private:
     static constexpr int kCapacity = 64;
+    static constexpr int kSchedules = 8;
 
     void Gather(int lane, CascadeStage stage) noexcept {
         group_[lane][count_[lane]++] = stage;
         if (count_[lane] == kCapacity) Flush();
     }
 
+    // A schedule that no gathered stage uses; when all are taken, what was gathered runs first.
+    const RampSchedule* FreeSchedule() noexcept {
+        if (used_ == kSchedules) Flush();
+        return &schedules_[used_];
+    }
+
     void PushSection(int lane, SectionFilterData* s) noexcept {
-        if (!steadyOnly_ && RampDue(s)) {
-            Flush();
-            ProcessFilterBlock(s, buffers_[lane], buffers_[lane], samples_);
+        const RampSchedule* ramp = FreeSchedule();
+        if (PrepareRamp(s, samples_, &schedules_[used_])) {
+            ++used_;
+            Gather(lane, CascadeStage{s, nullptr, ramp});
             return;
         }
-        Gather(lane, CascadeStage{s, nullptr});
+        Gather(lane, CascadeStage{s, nullptr, nullptr});
     }
 
     // In place, a harmonic filter is its active sub-filters in cascade.
@@ -118,9 +130,10 @@ private:
     float* const* buffers_;
     int lanes_;
     int samples_;
-    bool steadyOnly_;
     CascadeStage group_[2][kCapacity];
     int count_[2] = {0, 0};
+    RampSchedule schedules_[kSchedules];
+    int used_ = 0;
 };
 
 void RunChainReference(FilterChain* chain, float* buffer, int count) noexcept {
@@ -129,32 +142,12 @@ void RunChainReference(FilterChain* chain, float* buffer, int count) noexcept {
     }
 }
 
-// Runs the chains of the channels that take part, in place on their work buffers.
-// Whether any filter that will run has a ramp due: a record, or an active harmonic sub-filter.
-bool AnyRampDue(FilterChain* const* chains, const bool* runs, int channels) noexcept {
-    for (int c = 0; c < channels; ++c) {
-        if (!runs[c]) continue;
-        for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
-            if (!Processes(f)) continue;
-            if (KindOf(f) == FilterKind::SingleSection && RampDue(f)) return true;
-            if (KindOf(f) != FilterKind::Harmonic) continue;
-            for (OpaqueFilterData* sub = FirstFilter(AsHarmonic(f)->subFilters); sub != nullptr;
-                 sub = NextFilter(sub)) {
-                if (RampDue(sub)) return true;
-            }
-        }
-    }
-    return false;
-}
-
-// One walk of the chains over `count` samples from `offset`, through the cascades.
-void WalkChains(CascadeIsa isa, FilterChain* const* chains, float* const* buffers, const bool* runs, int channels,
-                int offset, int count, bool steadyOnly) noexcept {
-    float* at[2] = {buffers[0] != nullptr ? buffers[0] + offset : nullptr,
-                    buffers[1] != nullptr ? buffers[1] + offset : nullptr};
+// The fast walk of one block: the chains through the cascades.
+void WalkChains(CascadeIsa isa, FilterChain* const* chains, float* const* at, const bool* runs,
+                int channels, int count) noexcept {
     if (channels == 2 && runs[0] && runs[1]) {
         // Walk both chains side by side, so that partners tend to share a register.
-        CascadeRunner runner(isa, at, 2, count, steadyOnly);
+        CascadeRunner runner(isa, at, 2, count);
         OpaqueFilterData* f[2] = {FirstFilter(chains[0]), FirstFilter(chains[1])};
         while (f[0] != nullptr || f[1] != nullptr) {
             if (f[0] != nullptr && f[1] != nullptr && Processes(f[0]) && Processes(f[1])) {
@@ -174,27 +167,12 @@ void WalkChains(CascadeIsa isa, FilterChain* const* chains, float* const* buffer
     }
     for (int c = 0; c < channels; ++c) {
         if (!runs[c]) continue;
-        CascadeRunner runner(isa, &at[c], 1, count, steadyOnly);
+        CascadeRunner runner(isa, &at[c], 1, count);
         for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
             if (Processes(f)) runner.Push(0, f);
         }
         runner.Flush();
     }
-}
-
-// The fast walk of one block through the cascades.
-void WalkBlock(const AudioPathState& state, FilterChain* const* chains, float* const* buffers,
-               const bool* runs, int count) noexcept {
-    // A ramp redesigns over the first samples only; after them every filter is steady again.
-    // Running the block in two walks keeps a ramping filter from splitting the cascade for the
-    // whole block: the same bits, since the ramp ends where the first walk does and a change that
-    // lands between the walks waits for the next block either way.
-    if (count > kRampLength && AnyRampDue(chains, runs, state.channels)) {
-        WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, 0, kRampLength, false);
-        WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, kRampLength, count - kRampLength, true);
-        return;
-    }
-    WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, 0, count, false);
 }
 
 // After the whole block, in either walk: a filter whose history overflowed starts again from rest.
@@ -219,7 +197,7 @@ void RunChains(AudioPathState& state, const AudioConfiguration& config, const bo
             if (runs[c]) RunChainReference(chains[c], buffers[c], count);
         }
     } else {
-        WalkBlock(state, chains, buffers, runs, count);
+        WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, count);
     }
     RecoverChains(chains, runs, state.channels);
 }

@@ -36,6 +36,8 @@ cascade_variants::CascadeKernel KernelFor(CascadeIsa isa) noexcept {
 // Field by field, straight into place: a whole structure returned through memory and read back in
 // wider pieces would stall on every section of every block.
 void Enter(const CascadeStage& stage, StageValues& v) noexcept {
+    v.ramp = stage.ramp != nullptr && stage.ramp->length > 0 ? stage.ramp->steps : nullptr;
+    v.rampLength = v.ramp != nullptr ? stage.ramp->length : 0;
     if (const SectionFilterData* f = stage.filter) {
         v.b0 = f->b[0].Load(), v.b1 = f->b[1].Load(), v.b2 = f->b[2].Load();
         v.a1 = f->a[1].Load(), v.a2 = f->a[2].Load();
@@ -119,19 +121,6 @@ void ProcessSectionCascadeStereo(CascadeIsa isa, const CascadeStage* left,
     const CascadeStage* stages[2] = {left, right};
     float* buffers[2] = {bufferLeft, bufferRight};
     Run(isa, stages, 2, count, buffers, samples);
-}
-
-void ProcessSectionCascadePlain(const CascadeStage* stages, int count, float* buffer,
-                                int samples) noexcept {
-    for (int j = 0; j < count; ++j) {
-        if (stages[j].filter != nullptr) {
-            SectionState state = LoadState(stages[j].filter);
-            RunRecursionPlain(LoadAudioSet(stages[j].filter), state, buffer, buffer, samples);
-            StoreState(stages[j].filter, state);
-        } else {
-            RunExternalSection(*stages[j].section, buffer, buffer, samples);
-        }
-    }
 }
 
 }  // namespace vorix

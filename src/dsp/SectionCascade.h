@@ -4,13 +4,17 @@
 
 namespace vorix {
 
-// One second-order section that a cascade runs: a single-section filter with no ramp due (its
-// audio set), or one section of an External filter. Exactly one of the two is set.
-// (No default values: the chain walk gathers stages into arrays that it must not clear on every
-// block.)
+struct RampSchedule;
+
+// One second-order section that a cascade runs: a single-section filter (its audio set), or one
+// section of an External filter; exactly one of the two is set. A filter whose change is ramping
+// in this block brings the ramp's schedule: its first samples run on the schedule's steps, the
+// rest on its audio set, which holds the last step. (No default values: the chain walk gathers
+// stages into arrays that it must not clear on every block.)
 struct CascadeStage {
     SectionFilterData* filter;
     FilterSection* section;
+    const RampSchedule* ramp;
 };
 
 // The instruction sets the cascades are built for. All give the same bits.
@@ -34,10 +38,5 @@ void ProcessSectionCascade(CascadeIsa isa, const CascadeStage* stages, int count
 void ProcessSectionCascadeStereo(CascadeIsa isa, const CascadeStage* left,
                                  const CascadeStage* right, int count, float* bufferLeft,
                                  float* bufferRight, int samples) noexcept;
-
-// The reference twin of both: each section's plain recursion over the whole block in turn, a
-// filter through its own kernel and an External section through the External filter's.
-void ProcessSectionCascadePlain(const CascadeStage* stages, int count, float* buffer,
-                                int samples) noexcept;
 
 }  // namespace vorix

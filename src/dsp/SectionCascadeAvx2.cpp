@@ -19,6 +19,9 @@ struct Avx2 {
     static V Mul(V a, V b) { return _mm256_mul_pd(a, b); }
     static V Add(V a, V b) { return _mm256_add_pd(a, b); }
     static V Sub(V a, V b) { return _mm256_sub_pd(a, b); }
+    static V FromLanes(const double* const* lanes, int k) {
+        return _mm256_set_pd(lanes[3][k], lanes[2][k], lanes[1][k], lanes[0][k]);
+    }
     static V Round(V v) { return _mm256_cvtps_pd(_mm256_cvtpd_ps(v)); }
 
     template <int C>

@@ -24,6 +24,9 @@ struct Avx512 {
     static V Mul(V a, V b) { return _mm512_mul_pd(a, b); }
     static V Add(V a, V b) { return _mm512_add_pd(a, b); }
     static V Sub(V a, V b) { return _mm512_sub_pd(a, b); }
+    static V FromLanes(const double* const* l, int k) {
+        return _mm512_set_pd(l[7][k], l[6][k], l[5][k], l[4][k], l[3][k], l[2][k], l[1][k], l[0][k]);
+    }
     static V Round(V v) { return _mm512_cvtps_pd(_mm512_cvtpd_ps(v)); }
 
     template <int C>
@@ -95,6 +98,9 @@ struct Avx512Ymm {
     static V Mul(V a, V b) { return _mm256_mul_pd(a, b); }
     static V Add(V a, V b) { return _mm256_add_pd(a, b); }
     static V Sub(V a, V b) { return _mm256_sub_pd(a, b); }
+    static V FromLanes(const double* const* lanes, int k) {
+        return _mm256_set_pd(lanes[3][k], lanes[2][k], lanes[1][k], lanes[0][k]);
+    }
     static V Round(V v) { return _mm256_cvtps_pd(_mm256_cvtpd_ps(v)); }
 
     template <int C>

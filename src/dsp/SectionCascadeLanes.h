@@ -50,9 +50,11 @@ class LanePass {
     static void Run(StageValues* const* stages, float* const* buffers, int n) noexcept {
         Memory m;
         Enter(m, stages, n);
-        if (n > kLag) {
-            Masked<true, false>(m, buffers, n, 0, kLag);
-            Main(m, buffers, n);
+        // Iterations before this one have lanes that have not started or that ramp.
+        const int settled = m.rampEnd > kLag ? m.rampEnd : kLag;
+        if (n > settled) {
+            Masked<true, false>(m, buffers, n, 0, settled);
+            Main(m, buffers, settled, n);
             Masked<false, true>(m, buffers, n, n, n + kLag);
         } else {
             Masked<true, true>(m, buffers, n, 0, n + kLag);
@@ -72,6 +74,13 @@ class LanePass {
         alignas(64) double kept[kKept][G][L];  // a lane's history as of its last sample
         alignas(64) double first[G][L];         // the iteration of a lane's first sample
         alignas(64) double last[G][L];          // and of its last
+        // Ramps: a lane's coefficients, its schedule and how many samples that covers, and the
+        // iteration by which every ramp of a group (rampEnds) and of the pass (rampEnd) is over.
+        double steady[G][L][5];
+        const double* ramp[G][L];
+        int rampLength[G][L];
+        int rampEnds[G];
+        int rampEnd;
     };
 
     struct Registers {
@@ -115,17 +124,41 @@ class LanePass {
     }
 
     static void Enter(Memory& m, StageValues* const* stages, int n) noexcept {
+        m.rampEnd = 0;
         for (int g = 0; g < G; ++g) {
+            m.rampEnds[g] = 0;
             for (int l = 0; l < L; ++l) {
                 const int index = g * L + l, p = index / C;
                 const StageValues s = p < P ? stages[index % C][p] : StageValues{};
+                const double steady[5] = {s.b0, s.b1, s.b2, s.a1, s.a2};
+                for (int k = 0; k < 5; ++k) m.steady[g][l][k] = steady[k];
+                m.ramp[g][l] = s.ramp != nullptr ? s.ramp[0] : nullptr;
+                m.rampLength[g][l] = s.ramp != nullptr ? s.rampLength : 0;
+                if (s.ramp != nullptr && S * p + s.rampLength > m.rampEnds[g]) {
+                    m.rampEnds[g] = S * p + s.rampLength;
+                }
                 const double values[kY1 + 2] = {s.b0, s.b1, s.b2, s.a1, s.a2, s.x1, s.x2, s.y1, s.y2};
                 for (int k = 0; k < kFields; ++k) m.values[k][g][l] = k < kY1 + 2 ? values[k] : 0.0;
                 for (int k = 0; k < kKept; ++k) m.kept[k][g][l] = values[kX1 + k];
                 m.first[g][l] = p < P ? S * p : kNeverIteration;
                 m.last[g][l] = p < P ? n - 1 + S * p : -1.0;
             }
+            if (m.rampEnds[g] > m.rampEnd) m.rampEnd = m.rampEnds[g];
         }
+    }
+
+    // Group g's coefficients in iteration t, with lanes that ramp on the step of their sample.
+    [[gnu::always_inline]] static void RampCoefficients(const Memory& m, int g, int t,
+                                                        V (&c)[5]) noexcept {
+        const double* lanes[L];
+#pragma GCC unroll 16
+        for (int l = 0; l < L; ++l) {
+            const int sample = t - S * ((g * L + l) / C);
+            const bool ramping = m.ramp[g][l] != nullptr && sample >= 0 && sample < m.rampLength[g][l];
+            lanes[l] = ramping ? m.ramp[g][l] + 5 * sample : m.steady[g][l];
+        }
+#pragma GCC unroll 5
+        for (int k = 0; k < 5; ++k) c[k] = Isa::FromLanes(lanes, k);
     }
 
     static void Leave(const Memory& m, StageValues* const* stages) noexcept {
@@ -175,12 +208,12 @@ class LanePass {
         (Step<kPhases>(r, buffers, t + kPhases), ...);
     }
 
-    // Iterations kLag to n - 1: every lane on a sample of its own.
-    static void Main(Memory& m, float* const* buffers, int n) noexcept {
+    // Iterations from `from` to n - 1: every lane on a sample of its own, on its own coefficients.
+    static void Main(Memory& m, float* const* buffers, int from, int n) noexcept {
         Registers r;
         r.Load(m);
         V(&v)[kFields][G] = r.values;
-        int t = kLag;
+        int t = from;
         for (; t + kRound <= n; t += kRound) {
             Round(r, buffers, t, std::make_integer_sequence<int, kRound>{});
         }
@@ -238,7 +271,17 @@ class LanePass {
                 // next position S - 1 iterations after it was made.
                 if (t < S * low || t > n - 2 + S * (high + 1)) continue;
                 const V x = Input(in, carry, g);
-                const V y = r.Recursion(g, x);
+                V y;
+                if (kStarting && t < m.rampEnds[g]) {
+                    V c[5];
+                    RampCoefficients(m, g, t, c);
+                    y = Isa::Sub(Isa::Sub(Isa::Add(Isa::Add(Isa::Mul(c[0], x), Isa::Mul(c[1], v[kX1][g])),
+                                                   Isa::Mul(c[2], v[kX2][g])),
+                                          Isa::Mul(c[3], v[kY1][g])),
+                                 Isa::Mul(c[4], v[kY1 + 1][g]));
+                } else {
+                    y = r.Recursion(g, x);
+                }
                 if (kStarting && t < S * high) {
                     const M started = Isa::GreaterEqual(now, Isa::Load(m.first[g]));
                     v[kX2][g] = Isa::Select(started, v[kX1][g], v[kX2][g]);

@@ -19,6 +19,7 @@ struct Sse2 {
     static V Mul(V a, V b) { return _mm_mul_pd(a, b); }
     static V Add(V a, V b) { return _mm_add_pd(a, b); }
     static V Sub(V a, V b) { return _mm_sub_pd(a, b); }
+    static V FromLanes(const double* const* lanes, int k) { return _mm_set_pd(lanes[1][k], lanes[0][k]); }
     static V Round(V v) { return _mm_cvtps_pd(_mm_cvtpd_ps(v)); }
 
     // The samples that enter position 0, repeated in every group of C lanes.

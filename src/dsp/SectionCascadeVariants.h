@@ -13,6 +13,10 @@ namespace vorix::cascade_variants {
 struct StageValues {
     double b0, b1, b2, a1, a2;
     double x1, x2, y1, y2;
+    // A ramp: the coefficients (b0, b1, b2, a1, a2) of the first rampLength samples, one row of
+    // five each; the rest of the block runs on those above. Null and 0 for a steady section.
+    const double (*ramp)[5];
+    int rampLength;
 };
 
 // Runs `count` sections in cascade over `samples` samples of each of `channels` buffers (1 or 2),

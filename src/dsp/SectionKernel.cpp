@@ -10,13 +10,13 @@ namespace {
 using RecursionFunction = void (*)(const SectionCoefficients&, SectionState&, const float*, float*,
                                    int) noexcept;
 
-// Steps the current parameters towards the targets over n0 samples, redesigning the audio set
-// before each, then runs the rest of the block on the last design. The currents end exactly on
-// the targets so that rounding in the steps cannot accumulate over many changes.
-void RampBlock(SectionFilterData* s, const PendingChange& change, const float* input, float* output,
-               int count, RecursionFunction recursion) noexcept {
-    s->changeApplied.store(change.ticket, std::memory_order_relaxed);
-    const int n0 = std::min(kRampLength, count);
+// Steps the current parameters of `s` towards the targets over n0 samples, redesigning the audio
+// set before each step and handing step i to `use`; a `twin` that ramps from the same place to
+// the same targets takes each design as a copy. The currents end exactly on the targets, so that
+// rounding in the steps cannot accumulate over many changes.
+template <typename Use>
+void StepRamp(SectionFilterData* s, SectionFilterData* twin, const PendingChange& change, int n0,
+              Use use) noexcept {
     if (n0 > 0) {
         float gain = s->currentGain, frequency = s->currentFrequency, q = s->currentQ;
         const float steps = static_cast<float>(n0);
@@ -24,8 +24,6 @@ void RampBlock(SectionFilterData* s, const PendingChange& change, const float* i
         const float dFrequency = change.frequency != frequency ? (change.frequency - frequency) / steps : 0.0f;
         const float dQ = change.q != q ? (change.q - q) / steps : 0.0f;
         const FilterDesignFunction design = s->design;
-        SectionState state = LoadState(s);
-        SectionCoefficients c{};
         for (int i = 0; i < n0; ++i) {
             frequency += dFrequency;
             gain += dGain;
@@ -34,18 +32,45 @@ void RampBlock(SectionFilterData* s, const PendingChange& change, const float* i
             s->currentGain = gain;
             s->currentQ = q;
             design(s, kDesignAudioSet);
-            c = LoadAudioSet(s);
-            output[i] = RecursionStep(c, state, input[i]);
+            if (twin != nullptr) {
+                twin->currentFrequency = frequency;
+                twin->currentGain = gain;
+                twin->currentQ = q;
+                for (int k = 0; k < 3; ++k) {
+                    twin->b[k] = s->b[k].Load();
+                    twin->a[k] = s->a[k].Load();
+                }
+            }
+            use(i);
         }
+    }
+    for (SectionFilterData* f : {s, twin}) {
+        if (f == nullptr) continue;
+        f->currentGain = change.gain;
+        f->currentFrequency = change.frequency;
+        f->currentQ = change.q;
+    }
+}
+
+// The ramp over the first n0 samples, sample by sample on each step's design, then the rest of
+// the block on the last design.
+void RampBlock(SectionFilterData* s, const PendingChange& change, const float* input, float* output,
+               int count, RecursionFunction recursion) noexcept {
+    s->changeApplied.store(change.ticket, std::memory_order_relaxed);
+    const int n0 = std::min(kRampLength, count);
+    SectionState state = LoadState(s);
+    SectionCoefficients c{};
+    StepRamp(s, nullptr, change, n0, [&](int i) {
+        c = LoadAudioSet(s);
+        output[i] = RecursionStep(c, state, input[i]);
+    });
+    if (n0 > 0) {
         recursion(c, state, input + n0, output + n0, count - n0);
         StoreState(s, state);
     }
-    s->currentGain = change.gain;
-    s->currentFrequency = change.frequency;
-    s->currentQ = change.q;
 }
 
-// Whether two filters ramping from the same place to the same targets: each design step of one is
+// Whether two filters ramp from the same place to the same targets: each design step of one is
 // then the other's too (a design reads the type and the current parameters alone).
 bool SameRamp(const SectionFilterData* a, const PendingChange& ca, const SectionFilterData* b,
               const PendingChange& cb) noexcept {
@@ -56,48 +81,15 @@ bool SameRamp(const SectionFilterData* a, const PendingChange& ca, const Section
            same(ca.frequency, cb.frequency) && same(ca.q, cb.q);
 }
 
-// RampBlock for both halves of a pair at once: one design per step, copied to the other half.
-void RampPair(SectionFilterData* const* s, const PendingChange* change, float* const* buffers,
-              int count) noexcept {
-    for (int k = 0; k < 2; ++k) s[k]->changeApplied.store(change[k].ticket, std::memory_order_relaxed);
-    const int n0 = std::min(kRampLength, count);
-    if (n0 > 0) {
-        float gain = s[0]->currentGain, frequency = s[0]->currentFrequency, q = s[0]->currentQ;
-        const float steps = static_cast<float>(n0);
-        const PendingChange& to = change[0];
-        const float dGain = to.gain != gain ? (to.gain - gain) / steps : 0.0f;
-        const float dFrequency = to.frequency != frequency ? (to.frequency - frequency) / steps : 0.0f;
-        const float dQ = to.q != q ? (to.q - q) / steps : 0.0f;
-        const FilterDesignFunction design = s[0]->design;
-        SectionState state[2] = {LoadState(s[0]), LoadState(s[1])};
-        SectionCoefficients c{};
-        for (int i = 0; i < n0; ++i) {
-            frequency += dFrequency;
-            gain += dGain;
-            q += dQ;
-            for (SectionFilterData* f : {s[0], s[1]}) {
-                f->currentFrequency = frequency;
-                f->currentGain = gain;
-                f->currentQ = q;
-            }
-            design(s[0], kDesignAudioSet);
-            for (int k = 0; k < 3; ++k) {
-                s[1]->b[k] = s[0]->b[k].Load();
-                s[1]->a[k] = s[0]->a[k].Load();
-            }
-            c = LoadAudioSet(s[0]);
-            for (int k = 0; k < 2; ++k) buffers[k][i] = RecursionStep(c, state[k], buffers[k][i]);
-        }
-        for (int k = 0; k < 2; ++k) {
-            RunRecursion(c, state[k], buffers[k] + n0, buffers[k] + n0, count - n0);
-            StoreState(s[k], state[k]);
-        }
-    }
-    for (int k = 0; k < 2; ++k) {
-        s[k]->currentGain = change[k].gain;
-        s[k]->currentFrequency = change[k].frequency;
-        s[k]->currentQ = change[k].q;
-    }
+// Lays out a ramp of n0 steps: each step's audio set, widened, in the schedule.
+void ScheduleRamp(SectionFilterData* s, SectionFilterData* twin, const PendingChange& change,
+                  int count, RampSchedule* schedule) noexcept {
+    schedule->length = std::min(kRampLength, count);
+    StepRamp(s, twin, change, schedule->length, [&](int i) {
+        const SectionCoefficients c = LoadAudioSet(s);
+        double* step = schedule->steps[i];
+        step[0] = c.b0, step[1] = c.b1, step[2] = c.b2, step[3] = c.a1, step[4] = c.a2;
+    });
 }
 
 void ProcessWith(OpaqueFilterData* filter, const float* input, float* output, int count,
@@ -168,17 +160,26 @@ void ProcessFilterBlock(OpaqueFilterData* filter, const float* input, float* out
     ProcessWith(filter, input, output, count, &RunRecursion);
 }
 
-void ProcessFilterBlockPair(OpaqueFilterData* left, OpaqueFilterData* right, float* bufferLeft,
-                            float* bufferRight, int count) noexcept {
+bool PrepareRamp(OpaqueFilterData* filter, int count, RampSchedule* schedule) noexcept {
+    SectionFilterData* s = AsSection(filter);
+    PendingChange change;
+    if (!ReadPendingChange(s, &change)) return false;
+    s->changeApplied.store(change.ticket, std::memory_order_relaxed);
+    ScheduleRamp(s, nullptr, change, count, schedule);
+    return true;
+}
+
+bool PrepareRampPair(OpaqueFilterData* left, OpaqueFilterData* right, int count,
+                     RampSchedule* schedule) noexcept {
     SectionFilterData* s[2] = {AsSection(left), AsSection(right)};
     PendingChange change[2];
-    if (ReadPendingChange(s[0], &change[0]) && ReadPendingChange(s[1], &change[1]) &&
-        SameRamp(s[0], change[0], s[1], change[1])) {
-        float* buffers[2] = {bufferLeft, bufferRight};
-        return RampPair(s, change, buffers, count);
+    if (!ReadPendingChange(s[0], &change[0]) || !ReadPendingChange(s[1], &change[1]) ||
+        !SameRamp(s[0], change[0], s[1], change[1])) {
+        return false;
     }
-    ProcessFilterBlock(left, bufferLeft, bufferLeft, count);
-    ProcessFilterBlock(right, bufferRight, bufferRight, count);
+    for (int k = 0; k < 2; ++k) s[k]->changeApplied.store(change[k].ticket, std::memory_order_relaxed);
+    ScheduleRamp(s[0], s[1], change[0], count, schedule);
+    return true;
 }
 
 void ProcessFilterBlockPlain(OpaqueFilterData* filter, const float* input, float* output,
