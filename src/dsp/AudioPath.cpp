@@ -60,7 +60,7 @@ public:
                               KindOf(right) == FilterKind::SingleSection &&
                               left->process.Load() == &ProcessFilterBlock &&
                               right->process.Load() == &ProcessFilterBlock;
-        if (sections) {
+        if (sections && RampDue(left) && RampDue(right)) {
             const RampSchedule* ramp = FreeSchedule();
             if (PrepareRampPair(left, right, samples_, &schedules_[used_])) {
                 ++used_;
@@ -106,6 +106,7 @@ private:
     }
 
     void PushSection(int lane, SectionFilterData* s) noexcept {
+        if (!RampDue(s)) return Gather(lane, CascadeStage{s, nullptr, nullptr});
         const RampSchedule* ramp = FreeSchedule();
         if (PrepareRamp(s, samples_, &schedules_[used_])) {
             ++used_;

@@ -52,12 +52,19 @@ class LanePass {
         Enter(m, stages, n);
         // Iterations before this one have lanes that have not started or that ramp.
         const int settled = m.rampEnd > kLag ? m.rampEnd : kLag;
+        const bool ramps = m.rampEnd > 0;
         if (n > settled) {
-            Masked<true, false>(m, buffers, n, 0, settled);
+            if (ramps) {
+                Masked<true, false, true>(m, buffers, n, 0, settled);
+            } else {
+                Masked<true, false, false>(m, buffers, n, 0, settled);
+            }
             Main(m, buffers, settled, n);
-            Masked<false, true>(m, buffers, n, n, n + kLag);
+            Masked<false, true, false>(m, buffers, n, n, n + kLag);
+        } else if (ramps) {
+            Masked<true, true, true>(m, buffers, n, 0, n + kLag);
         } else {
-            Masked<true, true>(m, buffers, n, 0, n + kLag);
+            Masked<true, true, false>(m, buffers, n, 0, n + kLag);
         }
         Leave(m, stages);
     }
@@ -124,24 +131,30 @@ class LanePass {
     }
 
     static void Enter(Memory& m, StageValues* const* stages, int n) noexcept {
+        static constexpr StageValues kPadding{};
         m.rampEnd = 0;
         for (int g = 0; g < G; ++g) {
             m.rampEnds[g] = 0;
             for (int l = 0; l < L; ++l) {
                 const int index = g * L + l, p = index / C;
-                const StageValues s = p < P ? stages[index % C][p] : StageValues{};
-                const double steady[5] = {s.b0, s.b1, s.b2, s.a1, s.a2};
-                for (int k = 0; k < 5; ++k) m.steady[g][l][k] = steady[k];
-                m.ramp[g][l] = s.ramp != nullptr ? s.ramp[0] : nullptr;
-                m.rampLength[g][l] = s.ramp != nullptr ? s.rampLength : 0;
-                if (s.ramp != nullptr && S * p + s.rampLength > m.rampEnds[g]) {
-                    m.rampEnds[g] = S * p + s.rampLength;
-                }
+                const StageValues& s = p < P ? stages[index % C][p] : kPadding;
                 const double values[kY1 + 2] = {s.b0, s.b1, s.b2, s.a1, s.a2, s.x1, s.x2, s.y1, s.y2};
                 for (int k = 0; k < kFields; ++k) m.values[k][g][l] = k < kY1 + 2 ? values[k] : 0.0;
                 for (int k = 0; k < kKept; ++k) m.kept[k][g][l] = values[kX1 + k];
                 m.first[g][l] = p < P ? S * p : kNeverIteration;
                 m.last[g][l] = p < P ? n - 1 + S * p : -1.0;
+                if (s.ramp != nullptr && S * p + s.rampLength > m.rampEnds[g]) {
+                    m.rampEnds[g] = S * p + s.rampLength;
+                }
+            }
+            if (m.rampEnds[g] == 0) continue;  // what follows serves groups that ramp only
+            for (int l = 0; l < L; ++l) {
+                const int index = g * L + l, p = index / C;
+                const StageValues& s = p < P ? stages[index % C][p] : kPadding;
+                const double steady[5] = {s.b0, s.b1, s.b2, s.a1, s.a2};
+                for (int k = 0; k < 5; ++k) m.steady[g][l][k] = steady[k];
+                m.ramp[g][l] = s.ramp != nullptr ? s.ramp[0] : nullptr;
+                m.rampLength[g][l] = s.ramp != nullptr ? s.rampLength : 0;
             }
             if (m.rampEnds[g] > m.rampEnd) m.rampEnd = m.rampEnds[g];
         }
@@ -245,11 +258,11 @@ class LanePass {
     }
 
     // Iterations [from, to) with lanes that have not started (kStarting) or have finished
-    // (kEnding). A lane that has not started keeps its history; one that has finished runs on
+    // (kEnding), or that ramp (kRamps). A lane that has not started keeps its history; one that has finished runs on
     // (nobody reads it any more), and its history as it stood after its last sample is kept.
     // Only a group with lanes on both sides of such an edge needs a mask: with two or four
     // positions to a group, that is at most one or two groups in any iteration.
-    template <bool kStarting, bool kEnding>
+    template <bool kStarting, bool kEnding, bool kRamps>
     static void Masked(Memory& m, float* const* buffers, int n, int from, int to) noexcept {
         Registers r;
         r.Load(m);
@@ -272,7 +285,7 @@ class LanePass {
                 if (t < S * low || t > n - 2 + S * (high + 1)) continue;
                 const V x = Input(in, carry, g);
                 V y;
-                if (kStarting && t < m.rampEnds[g]) {
+                if (kRamps && t < m.rampEnds[g]) {
                     V c[5];
                     RampCoefficients(m, g, t, c);
                     y = Isa::Sub(Isa::Sub(Isa::Add(Isa::Add(Isa::Mul(c[0], x), Isa::Mul(c[1], v[kX1][g])),
