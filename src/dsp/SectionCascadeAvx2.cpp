@@ -22,7 +22,10 @@ struct Avx2 {
     static V FromLanes(const double* const* lanes, int k) {
         return _mm256_set_pd(lanes[3][k], lanes[2][k], lanes[1][k], lanes[0][k]);
     }
-    static V Round(V v) { return _mm256_cvtps_pd(_mm256_cvtpd_ps(v)); }
+    using F = __m128;
+    static F Narrow(V v) { return _mm256_cvtpd_ps(v); }
+    static V Widen(F f) { return _mm256_cvtps_pd(f); }
+    static V Round(V v) { return Widen(Narrow(v)); }
 
     template <int C>
     static V Input(float* const* buffers, int i) {
@@ -47,10 +50,14 @@ struct Avx2 {
     }
 
     template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        const __m128 f = _mm256_cvtpd_ps(y);
+    static void OutputNarrow(F f, float* const* buffers, int i) {
         _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(f, f, kLane));
         if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, kLane + 1));
+    }
+
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm256_cmp_pd(a, b, _CMP_GE_OQ); }

@@ -27,7 +27,10 @@ struct Avx512 {
     static V FromLanes(const double* const* l, int k) {
         return _mm512_set_pd(l[7][k], l[6][k], l[5][k], l[4][k], l[3][k], l[2][k], l[1][k], l[0][k]);
     }
-    static V Round(V v) { return _mm512_cvtps_pd(_mm512_cvtpd_ps(v)); }
+    using F = __m256;
+    static F Narrow(V v) { return _mm512_cvtpd_ps(v); }
+    static V Widen(F f) { return _mm512_cvtps_pd(f); }
+    static V Round(V v) { return Widen(Narrow(v)); }
 
     template <int C>
     static V Input(float* const* buffers, int i) {
@@ -49,11 +52,15 @@ struct Avx512 {
     }
 
     template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        const __m256 f = _mm512_cvtpd_ps(y);
+    static void OutputNarrow(F f, float* const* buffers, int i) {
         const __m128 q = kLane < 4 ? _mm256_castps256_ps128(f) : _mm256_extractf128_ps(f, 1);
         _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(q, q, kLane % 4));
         if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(q, q, kLane % 4 + 1));
+    }
+
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_GE_OQ); }
@@ -101,7 +108,10 @@ struct Avx512Ymm {
     static V FromLanes(const double* const* lanes, int k) {
         return _mm256_set_pd(lanes[3][k], lanes[2][k], lanes[1][k], lanes[0][k]);
     }
-    static V Round(V v) { return _mm256_cvtps_pd(_mm256_cvtpd_ps(v)); }
+    using F = __m128;
+    static F Narrow(V v) { return _mm256_cvtpd_ps(v); }
+    static V Widen(F f) { return _mm256_cvtps_pd(f); }
+    static V Round(V v) { return Widen(Narrow(v)); }
 
     template <int C>
     static V Input(float* const* buffers, int i) {
@@ -121,10 +131,14 @@ struct Avx512Ymm {
     }
 
     template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        const __m128 f = _mm256_cvtpd_ps(y);
+    static void OutputNarrow(F f, float* const* buffers, int i) {
         _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(f, f, kLane));
         if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, kLane + 1));
+    }
+
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_GE_OQ); }

@@ -196,10 +196,14 @@ class LanePass {
     [[gnu::always_inline]] static void Step(Registers& r, float* const* buffers, int t) noexcept {
         V(&v)[kFields][G] = r.values;
         V carry[G];
+        typename Isa::F narrowOut;
 #pragma GCC unroll 64
-        for (int g = 0; g < G; ++g) carry[g] = Isa::Round(v[YSlot(S - 1, kPhase)][g]);
+        for (int g = 0; g < G; ++g) {
+            const typename Isa::F narrow = Isa::Narrow(v[YSlot(S - 1, kPhase)][g]);
+            carry[g] = Isa::Widen(narrow);
+            if (g == kOutGroup) narrowOut = narrow;
+        }
         const V in = Isa::template Input<C>(buffers, t);
-        V out = in;
 #pragma GCC unroll 64
         for (int g = 0; g < G; ++g) {
             const V x = Input(in, carry, g);
@@ -210,9 +214,9 @@ class LanePass {
                 Isa::Mul(v[kA2][g], v[YSlot(1, kPhase)][g]));
             v[XSlot(1, kPhase)][g] = x;
             v[YSlot(D - 1, kPhase)][g] = y;
-            if (g == kOutGroup) out = y;
         }
-        Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+        // The last position's output of S iterations ago, rounded already as a carry.
+        Isa::template OutputNarrow<kOutLane, C>(narrowOut, buffers, t - S - kLag);
     }
 
     template <int... kPhases>
@@ -222,38 +226,62 @@ class LanePass {
     }
 
     // Iterations from `from` to n - 1: every lane on a sample of its own, on its own coefficients.
+    // After the first S, each iteration writes the output of S iterations before, and the last S
+    // outputs are written at the end.
     static void Main(Memory& m, float* const* buffers, int from, int n) noexcept {
         Registers r;
         r.Load(m);
         V(&v)[kFields][G] = r.values;
         int t = from;
+        for (; t < n && t < from + S; ++t) Iteration<true>(r, buffers, t);
         for (; t + kRound <= n; t += kRound) {
             Round(r, buffers, t, std::make_integer_sequence<int, kRound>{});
         }
-        for (; t < n; ++t) {
-            V carry[G];
-#pragma GCC unroll 64
-            for (int g = 0; g < G; ++g) carry[g] = r.Carry(g);
-            const V in = Isa::template Input<C>(buffers, t);
-            V out = in;
-#pragma GCC unroll 64
-            for (int g = 0; g < G; ++g) {
-                const V x = Input(in, carry, g);
-                const V y = r.Recursion(g, x);
-                v[kX2][g] = v[kX1][g];
-                v[kX1][g] = x;
+        for (; t < n; ++t) Iteration<false>(r, buffers, t);
+        // The outputs of the last S iterations are still in the output history.
 #pragma GCC unroll 8
-                for (int k = kFields - 1; k > kY1; --k) v[k][g] = v[k - 1][g];
-                v[kY1][g] = y;
-                if (g == kOutGroup) out = y;
-            }
-            Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+        for (int k = S - 1; k >= 0; --k) {
+            if (n - 1 - k < from + S) continue;  // written by its own iteration
+            Isa::template Output<kOutLane, C>(v[kY1 + k][kOutGroup], buffers, n - 1 - k - kLag);
         }
         r.Store(m);
 #pragma GCC unroll 64
         for (int k = 0; k < kKept; ++k) {
 #pragma GCC unroll 64
             for (int g = 0; g < G; ++g) Isa::Store(m.kept[k][g], v[kX1 + k][g]);
+        }
+    }
+
+    // One iteration with the history in its home fields. kDirect writes this iteration's output;
+    // otherwise that of S iterations before, from the carry that rounds it anyway.
+    template <bool kDirect>
+    [[gnu::always_inline]] static void Iteration(Registers& r, float* const* buffers, int t) noexcept {
+        V(&v)[kFields][G] = r.values;
+        V carry[G];
+        typename Isa::F narrowOut;
+#pragma GCC unroll 64
+        for (int g = 0; g < G; ++g) {
+            const typename Isa::F narrow = Isa::Narrow(v[kY1 + S - 1][g]);
+            carry[g] = Isa::Widen(narrow);
+            if (g == kOutGroup) narrowOut = narrow;
+        }
+        const V in = Isa::template Input<C>(buffers, t);
+        V out = in;
+#pragma GCC unroll 64
+        for (int g = 0; g < G; ++g) {
+            const V x = Input(in, carry, g);
+            const V y = r.Recursion(g, x);
+            v[kX2][g] = v[kX1][g];
+            v[kX1][g] = x;
+#pragma GCC unroll 8
+            for (int k = kFields - 1; k > kY1; --k) v[k][g] = v[k - 1][g];
+            v[kY1][g] = y;
+            if (g == kOutGroup) out = y;
+        }
+        if constexpr (kDirect) {
+            Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+        } else {
+            Isa::template OutputNarrow<kOutLane, C>(narrowOut, buffers, t - S - kLag);
         }
     }
 

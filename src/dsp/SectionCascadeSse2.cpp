@@ -20,7 +20,10 @@ struct Sse2 {
     static V Add(V a, V b) { return _mm_add_pd(a, b); }
     static V Sub(V a, V b) { return _mm_sub_pd(a, b); }
     static V FromLanes(const double* const* lanes, int k) { return _mm_set_pd(lanes[1][k], lanes[0][k]); }
-    static V Round(V v) { return _mm_cvtps_pd(_mm_cvtpd_ps(v)); }
+    using F = __m128;
+    static F Narrow(V v) { return _mm_cvtpd_ps(v); }
+    static V Widen(F f) { return _mm_cvtps_pd(f); }
+    static V Round(V v) { return Widen(Narrow(v)); }
 
     // The samples that enter position 0, repeated in every group of C lanes.
     template <int C>
@@ -44,14 +47,18 @@ struct Sse2 {
 
     // Lanes [kLane, kLane + C) rounded to single precision into the buffers at i.
     template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        const __m128 f = _mm_cvtpd_ps(y);
+    static void OutputNarrow(F f, float* const* buffers, int i) {
         if constexpr (C == 1) {
             _mm_store_ss(buffers[0] + i, kLane == 0 ? f : _mm_shuffle_ps(f, f, 1));
         } else {
             _mm_store_ss(buffers[0] + i, f);
             _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, 1));
         }
+    }
+
+    template <int kLane, int C>
+    static void Output(V y, float* const* buffers, int i) {
+        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm_cmpge_pd(a, b); }

@@ -86,9 +86,10 @@ void ScheduleRamp(SectionFilterData* s, SectionFilterData* twin, const PendingCh
                   int count, RampSchedule* schedule) noexcept {
     schedule->length = std::min(kRampLength, count);
     StepRamp(s, twin, change, schedule->length, [&](int i) {
-        const SectionCoefficients c = LoadAudioSet(s);
+        // Word by word: a structure built through memory and read back wider would stall.
         double* step = schedule->steps[i];
-        step[0] = c.b0, step[1] = c.b1, step[2] = c.b2, step[3] = c.a1, step[4] = c.a2;
+        step[0] = s->b[0].Load(), step[1] = s->b[1].Load(), step[2] = s->b[2].Load();
+        step[3] = s->a[1].Load(), step[4] = s->a[2].Load();
     });
 }
 
