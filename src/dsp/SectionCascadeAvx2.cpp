@@ -85,10 +85,12 @@ struct Avx2 {
     }
 };
 
-// Sixteen registers hold the history of three registers of sections; their coefficients come
-// from memory.
-constexpr int kStereoPositions = 6;
-constexpr int kMonoPositions = 12;
+// Passes of up to eight registers of sections (sixteen stereo, twenty-four mono): sixteen
+// registers cannot hold all their history, but a spilled history costs less than more passes,
+// each with its own lead-in and lead-out, and enough registers in flight hide the latency of the
+// carries. Coefficients come from memory.
+constexpr int kStereoPositions = 16;
+constexpr int kMonoPositions = 24;
 
 }  // namespace
 

@@ -92,7 +92,8 @@ struct Avx512 {
 };
 
 // Four doubles to a register with AVX-512VL: thirty-two registers and mask registers, at a width
-// that divides chains of every length into fewer empty lanes.
+// that leaves fewer lanes empty than eight doubles would (ten stereo sections fill five registers
+// of four, but three of eight). The eight-double registers serve the guard noise.
 struct Avx512Ymm {
     using V = __m256d;
     using M = __mmask8;
@@ -148,6 +149,9 @@ struct Avx512Ymm {
     static V Select(M m, V a, V b) { return _mm256_mask_blend_pd(m, b, a); }
 };
 
+// Passes of up to six registers of four doubles stereo, four mono: with thirty-two registers
+// their history stays in registers. Mono skews by three: its passes have fewer registers in
+// flight to hide the carries' latency.
 constexpr int kStereoPositions = 12;
 constexpr int kMonoPositions = 16;
 
