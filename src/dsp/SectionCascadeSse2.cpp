@@ -69,16 +69,23 @@ struct Sse2 {
 };
 
 // Stereo holds one section per register, so no register feeds itself and no skew is needed;
-// mono holds two and needs the skew. Sixteen registers keep four registers' worth of sections.
+// mono holds two and needs the skew. Sixteen registers keep four stereo registers' worth of
+// sections, or five mono ones.
 constexpr int kStereoPositions = 4;
-constexpr int kMonoPositions = 6;
+constexpr int kMonoPositions = 10;
 
 }  // namespace
 
 void CascadeSse2(StageValues* const* stages, int channels, int count, float* const* buffers,
                  int samples) noexcept {
-    if (channels == 2) {
+    if (channels == 2 && count < kStereoPositions) {
         RunLaneCascade<Sse2, 2, 1, kStereoPositions>(stages, count, buffers, samples);
+    } else if (channels == 2) {
+        // Two sections of one channel to a register beat one section of both channels once the
+        // cascade is long enough to fill a mono pass: the mono pass has more in flight.
+        for (int c = 0; c < 2; ++c) {
+            RunLaneCascade<Sse2, 1, 2, kMonoPositions>(stages + c, count, buffers + c, samples);
+        }
     } else {
         RunLaneCascade<Sse2, 1, 2, kMonoPositions>(stages, count, buffers, samples);
     }
