@@ -1,9 +1,10 @@
-// Built with -mavx512f -mavx512vl; called only where the processor has them. Eight doubles to a
-// register, thirty-two registers, mask registers for the masked iterations.
+// Built with -mavx512f -mavx512vl; called only where the processor has them.
 
-// GCC 12 warns inside its own AVX-512 conversion and shift intrinsics, which start from an
-// undefined register on purpose; the warning says nothing about this file.
+// GCC 12 warns inside its own AVX-512 intrinsics, some of which start from an undefined register
+// on purpose; the warning says nothing about this file.
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 
 #include <immintrin.h>
 
@@ -12,64 +13,8 @@
 namespace vorix::cascade_variants {
 namespace {
 
-struct Avx512 {
-    using V = __m512d;
-    using M = __mmask8;
-    static constexpr int kLanes = 8;
-
-    static V Load(const double* p) { return _mm512_load_pd(p); }
-    static void Store(double* p, V v) { _mm512_store_pd(p, v); }
-    static V Zero() { return _mm512_setzero_pd(); }
-    static V Set1(double x) { return _mm512_set1_pd(x); }
-    static V Mul(V a, V b) { return _mm512_mul_pd(a, b); }
-    static V Add(V a, V b) { return _mm512_add_pd(a, b); }
-    static V Sub(V a, V b) { return _mm512_sub_pd(a, b); }
-    static V FromLanes(const double* const* l, int k) {
-        return _mm512_set_pd(l[7][k], l[6][k], l[5][k], l[4][k], l[3][k], l[2][k], l[1][k], l[0][k]);
-    }
-    using F = __m256;
-    static F Narrow(V v) { return _mm512_cvtpd_ps(v); }
-    static V Widen(F f) { return _mm512_cvtps_pd(f); }
-    static V Round(V v) { return Widen(Narrow(v)); }
-
-    template <int C>
-    static V Input(float* const* buffers, int i) {
-        if constexpr (C == 1) {
-            return _mm512_set1_pd(static_cast<double>(buffers[0][i]));
-        } else {
-            const __m128d pair = _mm_cvtps_pd(
-                _mm_unpacklo_ps(_mm_load_ss(buffers[0] + i), _mm_load_ss(buffers[1] + i)));
-            const V low = _mm512_castpd128_pd512(pair);
-            return _mm512_shuffle_f64x2(low, low, 0);  // the pair in every 128-bit quarter
-        }
-    }
-
-    // Lane l of the result: cur[l - C], or prev[8 - C + l] for the first C lanes.
-    template <int C>
-    static V ShiftIn(V prev, V cur) {
-        return _mm512_castsi512_pd(
-            _mm512_alignr_epi64(_mm512_castpd_si512(cur), _mm512_castpd_si512(prev), 8 - C));
-    }
-
-    template <int kLane, int C>
-    static void OutputNarrow(F f, float* const* buffers, int i) {
-        const __m128 q = kLane < 4 ? _mm256_castps256_ps128(f) : _mm256_extractf128_ps(f, 1);
-        _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(q, q, kLane % 4));
-        if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(q, q, kLane % 4 + 1));
-    }
-
-    template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
-    }
-
-    static M GreaterEqual(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_GE_OQ); }
-    static M LessEqual(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_LE_OQ); }
-    static M Equal(V a, V b) { return _mm512_cmp_pd_mask(a, b, _CMP_EQ_OQ); }
-    static M And(M a, M b) { return static_cast<M>(a & b); }
-    static V Select(M m, V a, V b) { return _mm512_mask_blend_pd(m, b, a); }
-
-    // The guard noise's lanes.
+// The guard noise in sixteen lanes of 32 bits.
+struct Avx512Words {
     using I = __m512i;
     static constexpr int kWords = 16;
     static I LoadWords(const uint32_t* p) { return _mm512_load_si512(p); }
@@ -91,9 +36,9 @@ struct Avx512 {
     }
 };
 
-// Four doubles to a register with AVX-512VL: thirty-two registers and mask registers, at a width
-// that leaves fewer lanes empty than eight doubles would (ten stereo sections fill five registers
-// of four, but three of eight). The eight-double registers serve the guard noise.
+// The cascades: four doubles to a register with AVX-512VL, thirty-two registers and mask
+// registers, at a width that leaves fewer lanes empty than eight doubles would (ten stereo
+// sections fill five registers of four, but three of eight).
 struct Avx512Ymm {
     using V = __m256d;
     using M = __mmask8;
@@ -167,7 +112,7 @@ void CascadeAvx512(StageValues* const* stages, int channels, int count, float* c
 }
 
 uint32_t GuardNoiseAvx512(const float* input, float* output, int count, uint32_t seed) noexcept {
-    return RunGuardNoise<Avx512>(input, output, count, seed);
+    return RunGuardNoise<Avx512Words>(input, output, count, seed);
 }
 
 }  // namespace vorix::cascade_variants
