@@ -11,8 +11,9 @@ namespace {
 
 using cascade_variants::StageValues;
 
-// Sections handed to a kernel at once; a longer cascade is run in pieces of this many.
-constexpr int kChunk = 64;
+// Sections handed to a kernel at once; a longer cascade is run in pieces of this many. Their
+// numbers live on the audio thread's stack, 6 KB for two channels.
+constexpr int kChunk = 32;
 
 bool HasAvx2() {
     static const bool has = __builtin_cpu_supports("avx2");

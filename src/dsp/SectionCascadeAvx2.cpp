@@ -25,7 +25,7 @@ struct Avx2 {
     using F = __m128;
     static F Narrow(V v) { return _mm256_cvtpd_ps(v); }
     static V Widen(F f) { return _mm256_cvtps_pd(f); }
-    static V Round(V v) { return Widen(Narrow(v)); }
+    static void StoreFloats(float* p, F f) { _mm_store_ps(p, f); }
 
     template <int C>
     static V Input(float* const* buffers, int i) {
@@ -47,17 +47,6 @@ struct Avx2 {
         } else {
             return _mm256_shuffle_pd(halves, cur, 0x5);  // prev[3], cur[0], cur[1], cur[2]
         }
-    }
-
-    template <int kLane, int C>
-    static void OutputNarrow(F f, float* const* buffers, int i) {
-        _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(f, f, kLane));
-        if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, kLane + 1));
-    }
-
-    template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm256_cmp_pd(a, b, _CMP_GE_OQ); }

@@ -57,7 +57,7 @@ struct Avx512Ymm {
     using F = __m128;
     static F Narrow(V v) { return _mm256_cvtpd_ps(v); }
     static V Widen(F f) { return _mm256_cvtps_pd(f); }
-    static V Round(V v) { return Widen(Narrow(v)); }
+    static void StoreFloats(float* p, F f) { _mm_store_ps(p, f); }
 
     template <int C>
     static V Input(float* const* buffers, int i) {
@@ -74,17 +74,6 @@ struct Avx512Ymm {
     static V ShiftIn(V prev, V cur) {
         return _mm256_castsi256_pd(
             _mm256_alignr_epi64(_mm256_castpd_si256(cur), _mm256_castpd_si256(prev), 4 - C));
-    }
-
-    template <int kLane, int C>
-    static void OutputNarrow(F f, float* const* buffers, int i) {
-        _mm_store_ss(buffers[0] + i, _mm_shuffle_ps(f, f, kLane));
-        if constexpr (C == 2) _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, kLane + 1));
-    }
-
-    template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_GE_OQ); }

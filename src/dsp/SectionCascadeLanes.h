@@ -34,24 +34,25 @@ using cascade_variants::StageValues;
 // A lane that never starts: padding beyond the last position of a pass.
 constexpr double kNeverIteration = 1e300;
 
-template <class Isa, int C, int P, int S>
+template <class Isa, int C, int G, int S, bool kSingle>
 class LanePass {
   public:
     using V = typename Isa::V;
     using M = typename Isa::M;
+    using F = typename Isa::F;
     static constexpr int L = Isa::kLanes;
-    static constexpr int G = (P * C + L - 1) / L;
     static constexpr int D = S > 2 ? S : 2;  // output history kept: y1, y2 and the skew's carries
-    static constexpr int kLag = S * (P - 1);  // iterations from a sample's entry to its exit
-    static constexpr int kOutGroup = (P - 1) * C / L;
-    static constexpr int kOutLane = (P - 1) * C % L;
+    static constexpr int kOut = G - 1;        // the register of the last position
 
-    // stages[c][p] for c < C, p < P; samples >= 1.
-    static void Run(StageValues* const* stages, float* const* buffers, int n) noexcept {
+    // stages[c][p] for c < C, p < positions; positions fill G registers (one position, alone in
+    // a register, exactly when kSingle); samples >= 1.
+    static void Run(StageValues* const* stages, int positions, float* const* buffers,
+                    int n) noexcept {
         Memory m;
-        Enter(m, stages, n);
+        Enter(m, stages, positions, n);
+        const int lag = m.lag;
         // Iterations before this one have lanes that have not started or that ramp.
-        const int settled = m.rampEnd > kLag ? m.rampEnd : kLag;
+        const int settled = m.rampEnd > lag ? m.rampEnd : lag;
         const bool ramps = m.rampEnd > 0;
         if (n > settled) {
             if (ramps) {
@@ -60,11 +61,11 @@ class LanePass {
                 Masked<true, false, false>(m, buffers, n, 0, settled);
             }
             Main(m, buffers, settled, n);
-            Masked<false, true, false>(m, buffers, n, n, n + kLag);
+            Masked<false, true, false>(m, buffers, n, n, n + lag);
         } else if (ramps) {
-            Masked<true, true, true>(m, buffers, n, 0, n + kLag);
+            Masked<true, true, true>(m, buffers, n, 0, n + lag);
         } else {
-            Masked<true, true, false>(m, buffers, n, 0, n + kLag);
+            Masked<true, true, false>(m, buffers, n, 0, n + lag);
         }
         Leave(m, stages);
     }
@@ -88,6 +89,9 @@ class LanePass {
         int rampLength[G][L];
         int rampEnds[G];
         int rampEnd;
+        // The pass's shape: the last position, the iterations from a sample's entry to its exit,
+        // and the first of the last position's lanes, in the last register.
+        int lastPosition, lag, outLane;
     };
 
     struct Registers {
@@ -116,33 +120,41 @@ class LanePass {
                          Isa::Mul(v[kA1][g], v[kY1][g])),
                 Isa::Mul(v[kA2][g], v[kY1 + 1][g]));
         }
-        // Position p's input is position p - 1's output of S iterations before.
-        [[gnu::always_inline]] V Carry(int g) const noexcept {
-            return Isa::Round(values[kY1 + S - 1][g]);
-        }
     };
 
     // What group g's lanes take in: the input samples and the carries of the positions before.
     // A pass of one position takes the input alone, so that its register does not depend on its
     // own earlier values through lanes that hold nothing.
     [[gnu::always_inline]] static V Input(V in, const V (&carry)[G], int g) noexcept {
-        if constexpr (P == 1) return in;
+        if constexpr (kSingle) return in;
         return Isa::template ShiftIn<C>(g == 0 ? in : carry[g - 1], carry[g]);
     }
 
-    static void Enter(Memory& m, StageValues* const* stages, int n) noexcept {
+    // The last position's output lanes, already rounded, into the buffers at sample i.
+    [[gnu::always_inline]] static void Output(const Memory& m, F narrow, float* const* buffers,
+                                              int i) noexcept {
+        alignas(32) float lanes[sizeof(F) / sizeof(float)];
+        Isa::StoreFloats(lanes, narrow);
+        buffers[0][i] = lanes[m.outLane];
+        if constexpr (C == 2) buffers[1][i] = lanes[m.outLane + 1];
+    }
+
+    static void Enter(Memory& m, StageValues* const* stages, int positions, int n) noexcept {
         static constexpr StageValues kPadding{};
+        m.lastPosition = positions - 1;
+        m.lag = S * (positions - 1);
+        m.outLane = (positions - 1) * C % L;
         m.rampEnd = 0;
         for (int g = 0; g < G; ++g) {
             m.rampEnds[g] = 0;
             for (int l = 0; l < L; ++l) {
                 const int index = g * L + l, p = index / C;
-                const StageValues& s = p < P ? stages[index % C][p] : kPadding;
+                const StageValues& s = p < positions ? stages[index % C][p] : kPadding;
                 const double values[kY1 + 2] = {s.b0, s.b1, s.b2, s.a1, s.a2, s.x1, s.x2, s.y1, s.y2};
                 for (int k = 0; k < kFields; ++k) m.values[k][g][l] = k < kY1 + 2 ? values[k] : 0.0;
                 for (int k = 0; k < kKept; ++k) m.kept[k][g][l] = values[kX1 + k];
-                m.first[g][l] = p < P ? S * p : kNeverIteration;
-                m.last[g][l] = p < P ? n - 1 + S * p : -1.0;
+                m.first[g][l] = p < positions ? S * p : kNeverIteration;
+                m.last[g][l] = p < positions ? n - 1 + S * p : -1.0;
                 if (s.ramp != nullptr && S * p + s.rampLength > m.rampEnds[g]) {
                     m.rampEnds[g] = S * p + s.rampLength;
                 }
@@ -150,7 +162,7 @@ class LanePass {
             if (m.rampEnds[g] == 0) continue;  // what follows serves groups that ramp only
             for (int l = 0; l < L; ++l) {
                 const int index = g * L + l, p = index / C;
-                const StageValues& s = p < P ? stages[index % C][p] : kPadding;
+                const StageValues& s = p < positions ? stages[index % C][p] : kPadding;
                 const double steady[5] = {s.b0, s.b1, s.b2, s.a1, s.a2};
                 for (int k = 0; k < 5; ++k) m.steady[g][l][k] = steady[k];
                 m.ramp[g][l] = s.ramp != nullptr ? s.ramp[0] : nullptr;
@@ -161,21 +173,18 @@ class LanePass {
     }
 
     // Group g's coefficients in iteration t, with lanes that ramp on the step of their sample.
-    [[gnu::always_inline]] static void RampCoefficients(const Memory& m, int g, int t,
-                                                        V (&c)[5]) noexcept {
+    static void RampCoefficients(const Memory& m, int g, int t, V (&c)[5]) noexcept {
         const double* lanes[L];
-#pragma GCC unroll 16
         for (int l = 0; l < L; ++l) {
             const int sample = t - S * ((g * L + l) / C);
             const bool ramping = m.ramp[g][l] != nullptr && sample >= 0 && sample < m.rampLength[g][l];
             lanes[l] = ramping ? m.ramp[g][l] + 5 * sample : m.steady[g][l];
         }
-#pragma GCC unroll 5
         for (int k = 0; k < 5; ++k) c[k] = Isa::FromLanes(lanes, k);
     }
 
     static void Leave(const Memory& m, StageValues* const* stages) noexcept {
-        for (int index = 0; index < P * C; ++index) {
+        for (int index = 0; index < (m.lastPosition + 1) * C; ++index) {
             const int g = index / L, l = index % L;
             StageValues& s = stages[index % C][index / C];
             s.x1 = m.kept[0][g][l];
@@ -192,16 +201,18 @@ class LanePass {
     static constexpr int XSlot(int j, int phase) { return kX1 + ((j - phase) % 2 + 2) % 2; }
     static constexpr int YSlot(int j, int phase) { return kY1 + ((j - phase) % D + D) % D; }
 
+    // Each of these iterations writes the last position's output of S iterations before, from the
+    // carry that rounds it anyway.
     template <int kPhase>
-    [[gnu::always_inline]] static void Step(Registers& r, float* const* buffers, int t) noexcept {
+    [[gnu::always_inline]] static void Step(const Memory& m, Registers& r, float* const* buffers,
+                                            int t) noexcept {
         V(&v)[kFields][G] = r.values;
         V carry[G];
-        typename Isa::F narrowOut;
+        F narrow[G];
 #pragma GCC unroll 64
         for (int g = 0; g < G; ++g) {
-            const typename Isa::F narrow = Isa::Narrow(v[YSlot(S - 1, kPhase)][g]);
-            carry[g] = Isa::Widen(narrow);
-            if (g == kOutGroup) narrowOut = narrow;
+            narrow[g] = Isa::Narrow(v[YSlot(S - 1, kPhase)][g]);
+            carry[g] = Isa::Widen(narrow[g]);
         }
         const V in = Isa::template Input<C>(buffers, t);
 #pragma GCC unroll 64
@@ -215,34 +226,39 @@ class LanePass {
             v[XSlot(1, kPhase)][g] = x;
             v[YSlot(D - 1, kPhase)][g] = y;
         }
-        // The last position's output of S iterations ago, rounded already as a carry.
-        Isa::template OutputNarrow<kOutLane, C>(narrowOut, buffers, t - S - kLag);
+        Output(m, narrow[kOut], buffers, t - S - m.lag);
     }
 
     template <int... kPhases>
-    [[gnu::always_inline]] static void Round(Registers& r, float* const* buffers, int t,
-                                             std::integer_sequence<int, kPhases...>) noexcept {
-        (Step<kPhases>(r, buffers, t + kPhases), ...);
+    [[gnu::always_inline]] static void Round(const Memory& m, Registers& r, float* const* buffers,
+                                             int t, std::integer_sequence<int, kPhases...>) noexcept {
+        (Step<kPhases>(m, r, buffers, t + kPhases), ...);
     }
 
     // Iterations from `from` to n - 1: every lane on a sample of its own, on its own coefficients.
-    // After the first S, each iteration writes the output of S iterations before, and the last S
+    // The first S write their own output; the others that of S iterations before, and the last S
     // outputs are written at the end.
     static void Main(Memory& m, float* const* buffers, int from, int n) noexcept {
         Registers r;
         r.Load(m);
         V(&v)[kFields][G] = r.values;
         int t = from;
-        for (; t < n && t < from + S; ++t) Iteration<true>(r, buffers, t);
-        for (; t + kRound <= n; t += kRound) {
-            Round(r, buffers, t, std::make_integer_sequence<int, kRound>{});
+        for (; t < n && t < from + S; ++t) {
+            const V y = Iteration(r, buffers, t);
+            Output(m, Isa::Narrow(y), buffers, t - m.lag);
         }
-        for (; t < n; ++t) Iteration<false>(r, buffers, t);
+        for (; t + kRound <= n; t += kRound) {
+            Round(m, r, buffers, t, std::make_integer_sequence<int, kRound>{});
+        }
+        for (; t < n; ++t) {
+            const F narrowOut = Isa::Narrow(v[kY1 + S - 1][kOut]);
+            Iteration(r, buffers, t);
+            Output(m, narrowOut, buffers, t - S - m.lag);
+        }
         // The outputs of the last S iterations are still in the output history.
-#pragma GCC unroll 8
         for (int k = S - 1; k >= 0; --k) {
             if (n - 1 - k < from + S) continue;  // written by its own iteration
-            Isa::template Output<kOutLane, C>(v[kY1 + k][kOutGroup], buffers, n - 1 - k - kLag);
+            Output(m, Isa::Narrow(v[kY1 + k][kOut]), buffers, n - 1 - k - m.lag);
         }
         r.Store(m);
 #pragma GCC unroll 64
@@ -252,19 +268,12 @@ class LanePass {
         }
     }
 
-    // One iteration with the history in its home fields. kDirect writes this iteration's output;
-    // otherwise that of S iterations before, from the carry that rounds it anyway.
-    template <bool kDirect>
-    [[gnu::always_inline]] static void Iteration(Registers& r, float* const* buffers, int t) noexcept {
+    // One iteration with the history in its home fields; returns the last register's y.
+    [[gnu::always_inline]] static V Iteration(Registers& r, float* const* buffers, int t) noexcept {
         V(&v)[kFields][G] = r.values;
         V carry[G];
-        typename Isa::F narrowOut;
 #pragma GCC unroll 64
-        for (int g = 0; g < G; ++g) {
-            const typename Isa::F narrow = Isa::Narrow(v[kY1 + S - 1][g]);
-            carry[g] = Isa::Widen(narrow);
-            if (g == kOutGroup) narrowOut = narrow;
-        }
+        for (int g = 0; g < G; ++g) carry[g] = Isa::Widen(Isa::Narrow(v[kY1 + S - 1][g]));
         const V in = Isa::template Input<C>(buffers, t);
         V out = in;
 #pragma GCC unroll 64
@@ -276,20 +285,16 @@ class LanePass {
 #pragma GCC unroll 8
             for (int k = kFields - 1; k > kY1; --k) v[k][g] = v[k - 1][g];
             v[kY1][g] = y;
-            if (g == kOutGroup) out = y;
+            out = y;
         }
-        if constexpr (kDirect) {
-            Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
-        } else {
-            Isa::template OutputNarrow<kOutLane, C>(narrowOut, buffers, t - S - kLag);
-        }
+        return out;
     }
 
     // Iterations [from, to) with lanes that have not started (kStarting) or have finished
-    // (kEnding), or that ramp (kRamps). A lane that has not started keeps its history; one that has finished runs on
-    // (nobody reads it any more), and its history as it stood after its last sample is kept.
-    // Only a group with lanes on both sides of such an edge needs a mask: with two or four
-    // positions to a group, that is at most one or two groups in any iteration.
+    // (kEnding), or that ramp (kRamps). A lane that has not started keeps its history; one that
+    // has finished runs on (nobody reads it any more), and its history as it stood after its last
+    // sample is kept. Only a group with lanes on both sides of such an edge needs a mask: with
+    // two or four positions to a group, that is at most one or two groups in any iteration.
     template <bool kStarting, bool kEnding, bool kRamps>
     static void Masked(Memory& m, float* const* buffers, int n, int from, int to) noexcept {
         Registers r;
@@ -299,14 +304,13 @@ class LanePass {
             const V now = Isa::Set1(static_cast<double>(t));
             V carry[G];
 #pragma GCC unroll 64
-            for (int g = 0; g < G; ++g) carry[g] = r.Carry(g);
+            for (int g = 0; g < G; ++g) carry[g] = Isa::Widen(Isa::Narrow(v[kY1 + S - 1][g]));
             const V in = t < n ? Isa::template Input<C>(buffers, t) : Isa::Zero();
             V out = in;
 #pragma GCC unroll 64
             for (int g = 0; g < G; ++g) {
-                constexpr int kLastPosition = P - 1;
                 const int low = g * L / C;
-                const int high = (g * L + L - 1) / C < kLastPosition ? (g * L + L - 1) / C : kLastPosition;
+                const int high = (g * L + L - 1) / C < m.lastPosition ? (g * L + L - 1) / C : m.lastPosition;
                 // A group none of whose lanes has started has nothing to do, nor has one whose
                 // last lane has finished and handed its last output on: that output reaches the
                 // next position S - 1 iterations after it was made.
@@ -339,7 +343,7 @@ class LanePass {
                     for (int k = kFields - 1; k > kY1; --k) v[k][g] = v[k - 1][g];
                     v[kY1][g] = y;
                 }
-                if (g == kOutGroup) out = y;
+                if (g == kOut) out = y;
                 if (kEnding && t >= n - 1 + S * low && t <= n - 1 + S * high) {
                     const M finishing = Isa::Equal(now, Isa::Load(m.last[g]));
 #pragma GCC unroll 4
@@ -349,21 +353,27 @@ class LanePass {
                     }
                 }
             }
-            if (t >= kLag) Isa::template Output<kOutLane, C>(out, buffers, t - kLag);
+            if (t >= m.lag) Output(m, Isa::Narrow(out), buffers, t - m.lag);
         }
         r.Store(m);
     }
 };
 
-// Runs passes of P = kPositions down to 1: the compile-time pass for a run-time size.
-template <class Isa, int C, int S, int kPositions>
+// Runs a pass of `positions` sections in G = kGroups down to 1 registers: the compile-time pass
+// for a run-time size.
+template <class Isa, int C, int S, int kGroups>
 void RunPass(int positions, StageValues* const* stages, float* const* buffers, int n) noexcept {
-    if constexpr (kPositions > 1) {
-        if (positions != kPositions) {
-            return RunPass<Isa, C, S, kPositions - 1>(positions, stages, buffers, n);
+    constexpr int kPerVector = Isa::kLanes / C;
+    if constexpr (kGroups > 1) {
+        if ((positions + kPerVector - 1) / kPerVector != kGroups) {
+            return RunPass<Isa, C, S, kGroups - 1>(positions, stages, buffers, n);
         }
+        LanePass<Isa, C, kGroups, S, false>::Run(stages, positions, buffers, n);
+    } else if (positions == 1) {
+        LanePass<Isa, C, 1, S, true>::Run(stages, positions, buffers, n);
+    } else {
+        LanePass<Isa, C, 1, S, false>::Run(stages, positions, buffers, n);
     }
-    LanePass<Isa, C, kPositions, S>::Run(stages, buffers, n);
 }
 
 // A cascade of any length as passes of at most kMaxPositions sections. Passes take whole vectors
@@ -382,7 +392,7 @@ void RunLaneCascade(StageValues* const* stages, int count, float* const* buffers
     for (int pass = 0; pass < passes; ++pass) {
         const int share = vectors / passes + (pass < vectors % passes ? 1 : 0);
         const int positions = share * kPerVector < count ? share * kPerVector : count;
-        RunPass<Isa, C, S, kMaxPositions>(positions, at, buffers, n);
+        RunPass<Isa, C, S, kMaxVectors>(positions, at, buffers, n);
         for (int c = 0; c < C; ++c) at[c] += positions;
         count -= positions;
     }

@@ -23,7 +23,7 @@ struct Sse2 {
     using F = __m128;
     static F Narrow(V v) { return _mm_cvtpd_ps(v); }
     static V Widen(F f) { return _mm_cvtps_pd(f); }
-    static V Round(V v) { return Widen(Narrow(v)); }
+    static void StoreFloats(float* p, F f) { _mm_store_ps(p, f); }
 
     // The samples that enter position 0, repeated in every group of C lanes.
     template <int C>
@@ -43,22 +43,6 @@ struct Sse2 {
         } else {
             return _mm_shuffle_pd(prev, cur, 1);
         }
-    }
-
-    // Lanes [kLane, kLane + C) rounded to single precision into the buffers at i.
-    template <int kLane, int C>
-    static void OutputNarrow(F f, float* const* buffers, int i) {
-        if constexpr (C == 1) {
-            _mm_store_ss(buffers[0] + i, kLane == 0 ? f : _mm_shuffle_ps(f, f, 1));
-        } else {
-            _mm_store_ss(buffers[0] + i, f);
-            _mm_store_ss(buffers[1] + i, _mm_shuffle_ps(f, f, 1));
-        }
-    }
-
-    template <int kLane, int C>
-    static void Output(V y, float* const* buffers, int i) {
-        OutputNarrow<kLane, C>(Narrow(y), buffers, i);
     }
 
     static M GreaterEqual(V a, V b) { return _mm_cmpge_pd(a, b); }
