@@ -60,7 +60,12 @@ public:
                               KindOf(right) == FilterKind::SingleSection &&
                               left->process.Load() == &ProcessFilterBlock &&
                               right->process.Load() == &ProcessFilterBlock;
-        if (sections && RampDue(left) && RampDue(right)) {
+        if (!sections) {
+            Push(0, left);
+            Push(1, right);
+            return;
+        }
+        if (RampDue(left) && RampDue(right)) {
             const RampSchedule* ramp = FreeSchedule();
             if (PrepareRampPair(left, right, samples_, &schedules_[used_])) {
                 ++used_;
@@ -69,8 +74,8 @@ public:
                 return;
             }
         }
-        Push(0, left);
-        Push(1, right);
+        PushSection(0, AsSection(left));
+        PushSection(1, AsSection(right));
     }
 
     // Runs whatever is gathered. Audio thread.
