@@ -50,9 +50,7 @@ struct Avx2 {
     }
 
     static M GreaterEqual(V a, V b) { return _mm256_cmp_pd(a, b, _CMP_GE_OQ); }
-    static M LessEqual(V a, V b) { return _mm256_cmp_pd(a, b, _CMP_LE_OQ); }
     static M Equal(V a, V b) { return _mm256_cmp_pd(a, b, _CMP_EQ_OQ); }
-    static M And(M a, M b) { return _mm256_and_pd(a, b); }
     static V Select(M m, V a, V b) { return _mm256_blendv_pd(b, a, m); }
 
     // The guard noise's lanes.

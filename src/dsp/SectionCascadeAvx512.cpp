@@ -77,9 +77,7 @@ struct Avx512Ymm {
     }
 
     static M GreaterEqual(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_GE_OQ); }
-    static M LessEqual(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_LE_OQ); }
     static M Equal(V a, V b) { return _mm256_cmp_pd_mask(a, b, _CMP_EQ_OQ); }
-    static M And(M a, M b) { return static_cast<M>(a & b); }
     static V Select(M m, V a, V b) { return _mm256_mask_blend_pd(m, b, a); }
 };
 

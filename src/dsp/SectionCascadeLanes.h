@@ -1,7 +1,7 @@
 #pragma once
 
 // The lane-packed cascade, written once over an instruction set's vector type and built once per
-// instruction set: SectionCascade.cpp for the x86-64 baseline (SSE2), SectionCascadeAvx2.cpp and
+// instruction set: SectionCascadeSse2.cpp for the x86-64 baseline, SectionCascadeAvx2.cpp and
 // SectionCascadeAvx512.cpp with their own flags. Everything here has internal linkage on purpose:
 // each including file gets its own copy built for its own instruction set, and the linker can
 // never mix them.
@@ -18,7 +18,9 @@
 //
 // The first S (P - 1) iterations and the last S (P - 1) run masked: a lane that has not reached
 // its first sample keeps its history, and a lane's history is taken as it stands after its last
-// sample. In between, every lane is busy and nothing is masked.
+// sample. In between, every lane is busy and nothing is masked. A lane whose filter ramps takes
+// its coefficients from the ramp's schedule for its first samples; those iterations run with the
+// masked ones. Passes are built per register count G, with the number of sections at run time.
 
 #include <immintrin.h>
 

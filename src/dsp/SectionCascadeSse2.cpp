@@ -46,9 +46,7 @@ struct Sse2 {
     }
 
     static M GreaterEqual(V a, V b) { return _mm_cmpge_pd(a, b); }
-    static M LessEqual(V a, V b) { return _mm_cmple_pd(a, b); }
     static M Equal(V a, V b) { return _mm_cmpeq_pd(a, b); }
-    static M And(M a, M b) { return _mm_and_pd(a, b); }
     static V Select(M m, V a, V b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
 };
 
