@@ -1,8 +1,13 @@
 // What the audio path costs per frame: chains of Parametric filters at 48 kHz in the standard
-// block sizes, steady and with one parameter change per block, and the multi-section kinds.
+// block sizes, steady and with one parameter change per block, and the multi-section kinds, on
+// each instruction set of the cascades that the processor has, side by side. VORIX_BENCH_ISA
+// (a comma-separated list of sse2, avx2, avx512) narrows the instruction sets; unset, all run.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstdlib>
+#include <string>
+#include <vector>
 
 #include "dsp/ExternalFilter.h"
 #include "dsp/FilterParameters.h"
@@ -38,22 +43,24 @@ void RunBlocks(benchmark::State& state, AudioPathFixture& fixture, int channels,
     ReportPerFrame(state, block, std::chrono::steady_clock::now() - start);
 }
 
-void BM_ParametricChain(benchmark::State& state) {
+void BM_ParametricChain(benchmark::State& state, CascadeIsa isa) {
     const int filters = static_cast<int>(state.range(0));
     const int block = static_cast<int>(state.range(1));
     const int channels = static_cast<int>(state.range(2));
     AudioPathFixture fixture(channels, block);
+    fixture.state.cascadeIsa = isa;
     fixture.AddParametricSpread(filters);
     RunBlocks(state, fixture, channels, block, [] {});
 }
 
 // One filter (a both-channel pair on stereo) changes its gain before every block, so each block
 // carries one ramp with sixteen redesigns per changed record.
-void BM_ParametricChainAutomated(benchmark::State& state) {
+void BM_ParametricChainAutomated(benchmark::State& state, CascadeIsa isa) {
     const int filters = static_cast<int>(state.range(0));
     const int block = static_cast<int>(state.range(1));
     const int channels = static_cast<int>(state.range(2));
     AudioPathFixture fixture(channels, block);
+    fixture.state.cascadeIsa = isa;
     fixture.AddParametricSpread(filters);
     OpaqueFilterData* first = FirstFilter(fixture.chains[0]);
     int turn = 0;
@@ -67,31 +74,29 @@ void BM_ParametricChainAutomated(benchmark::State& state) {
 
 void ChainArguments(benchmark::internal::Benchmark* b) {
     b->ArgNames({"filters", "block", "channels"});
-    for (int filters : {1, 10, 32}) {
-        for (int block : {64, 512, 4096}) b->Args({filters, block, 2});
+    for (int channels : {2, 1}) {
+        for (int filters : {1, 10, 32}) {
+            for (int block : {64, 512, 4096}) b->Args({filters, block, channels});
+        }
     }
-    for (int block : {64, 512, 4096}) b->Args({10, block, 1});
 }
 
-BENCHMARK(BM_ParametricChain)->Apply(ChainArguments);
-BENCHMARK(BM_ParametricChainAutomated)->Apply(ChainArguments);
-
-void BM_Harmonic8(benchmark::State& state) {
+void BM_Harmonic8(benchmark::State& state, CascadeIsa isa) {
     const int channels = static_cast<int>(state.range(0));
     constexpr int kBlock = 512;
     AudioPathFixture fixture(channels, kBlock);
+    fixture.state.cascadeIsa = isa;
     OpaqueFilterData* hum = fixture.Add(kHarmonic8);
     AudioPathFixture::SetBoth(hum, FilterParameterId::Frequency, static_cast<float>(fixture.Hz(60.0)));
     AudioPathFixture::SetBoth(hum, FilterParameterId::Gain, -18.0f);
     AudioPathFixture::SetBoth(hum, FilterParameterId::Bandwidth, 0.01f);
     RunBlocks(state, fixture, channels, kBlock, [] {});
 }
-BENCHMARK(BM_Harmonic8)->ArgName("channels")->Arg(1)->Arg(2);
-
-void BM_External4Sections(benchmark::State& state) {
+void BM_External4Sections(benchmark::State& state, CascadeIsa isa) {
     const int channels = static_cast<int>(state.range(0));
     constexpr int kBlock = 512;
     AudioPathFixture fixture(channels, kBlock);
+    fixture.state.cascadeIsa = isa;
     FilterDescription telephone;
     telephone.type = kExternalFilter;
     for (int s = 0; s < 4; ++s) {
@@ -105,9 +110,45 @@ void BM_External4Sections(benchmark::State& state) {
     }
     RunBlocks(state, fixture, channels, kBlock, [] {});
 }
-BENCHMARK(BM_External4Sections)->ArgName("channels")->Arg(1)->Arg(2);
+// The instruction sets to run: those the processor has, narrowed by VORIX_BENCH_ISA.
+std::vector<CascadeIsa> BenchIsas() {
+    const char* wanted = std::getenv("VORIX_BENCH_ISA");
+    std::string list = ",";
+    list.append(wanted != nullptr ? wanted : "").append(",");
+    std::vector<CascadeIsa> isas;
+    for (CascadeIsa isa : {CascadeIsa::Sse2, CascadeIsa::Avx2, CascadeIsa::Avx512}) {
+        std::string name = ",";
+        name.append(CascadeIsaName(isa)).append(",");
+        const bool named = list.find(name) != std::string::npos;
+        if (CascadeIsaSupported(isa) && (wanted == nullptr || named)) isas.push_back(isa);
+    }
+    return isas;
+}
+
+void RegisterAll() {
+    for (CascadeIsa isa : BenchIsas()) {
+        std::string on = "/isa:";
+        on.append(CascadeIsaName(isa));
+        benchmark::RegisterBenchmark(("BM_ParametricChain" + on).c_str(), BM_ParametricChain, isa)
+            ->Apply(ChainArguments);
+        benchmark::RegisterBenchmark(("BM_ParametricChainAutomated" + on).c_str(),
+                                     BM_ParametricChainAutomated, isa)
+            ->Apply(ChainArguments);
+        benchmark::RegisterBenchmark(("BM_Harmonic8" + on).c_str(), BM_Harmonic8, isa)
+            ->ArgName("channels")->Arg(1)->Arg(2);
+        benchmark::RegisterBenchmark(("BM_External4Sections" + on).c_str(), BM_External4Sections, isa)
+            ->ArgName("channels")->Arg(1)->Arg(2);
+    }
+}
 
 }  // namespace
 }  // namespace vorix
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    vorix::RegisterAll();
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "dsp/DenormalGuard.h"
+#include "dsp/ExternalFilter.h"
 #include "dsp/FilterChainOps.h"
 #include "dsp/FilterRecovery.h"
 #include "dsp/HarmonicFilter.h"
@@ -22,53 +23,102 @@ bool Processes(const OpaqueFilterData* f) {
     return (f->flags.Load() & FilterFlags::NotProcessing) == 0;
 }
 
-// Gathers the steady single-section filters of one or two channels into cascades and runs them
-// with the pipelined kernels; anything else (a ramp, an External filter) flushes what was gathered
-// and runs on its own. Each channel keeps its own order, which is all the cascade needs: the
-// channels never mix.
+// Gathers the sections of one or two channels that run in cascade: single-section filters, the
+// active sub-filters of harmonic filters and the sections of External filters, each in its
+// channel's order. A filter whose change ramps in this block has its ramp laid out first and runs
+// in the cascade like any other, its first samples on the ramp's steps. The channels never mix,
+// so pairing left section j with right section j in one register is free.
 class CascadeRunner {
 public:
-    // With `steadyOnly` no ramp starts: the walk after the ramp samples of a block.
-    CascadeRunner(float* const* buffers, int lanes, int samples, bool steadyOnly)
-        : buffers_(buffers), lanes_(lanes), samples_(samples), steadyOnly_(steadyOnly) {}
+    CascadeRunner(CascadeIsa isa, float* const* buffers, int lanes, int samples)
+        : isa_(isa), buffers_(buffers), lanes_(lanes), samples_(samples) {}
 
     // Runs one chain filter of a lane as the chain walk reaches it.
     void Push(int lane, OpaqueFilterData* f) noexcept {
-        switch (KindOf(f)) {
-            case FilterKind::SingleSection: PushSection(lane, AsSection(f)); break;
-            case FilterKind::Harmonic: PushHarmonic(lane, AsHarmonic(f)); break;
-            default:
-                Flush();
-                f->process.Load()(f, buffers_[lane], buffers_[lane], samples_);
-                break;
+        const FilterProcessFunction process = f->process.Load();
+        const FilterKind kind = KindOf(f);
+        if (kind == FilterKind::SingleSection && process == &ProcessFilterBlock) {
+            PushSection(lane, AsSection(f));
+        } else if (kind == FilterKind::Harmonic && process == &ProcessHarmonicBlock) {
+            PushHarmonic(lane, AsHarmonic(f));
+        } else if (kind == FilterKind::External && process == &ProcessSectionsBlock) {
+            // One snapshot of the section array, as the External kernel takes it.
+            for (FilterSection& section : AsExternal(f)->sections.View()) {
+                Gather(lane, CascadeStage{nullptr, &section, nullptr});
+            }
+        } else {
+            // A record with a process function of its own runs through it, as in the reference.
+            Flush();
+            if (process != nullptr) process(f, buffers_[lane], buffers_[lane], samples_);
         }
+    }
+
+    // Runs the filters that a side-by-side walk reaches at the same place in both chains: a pair
+    // whose halves ramp together designs each step once, for both.
+    void PushPair(OpaqueFilterData* left, OpaqueFilterData* right) noexcept {
+        const bool sections = KindOf(left) == FilterKind::SingleSection &&
+                              KindOf(right) == FilterKind::SingleSection &&
+                              left->process.Load() == &ProcessFilterBlock &&
+                              right->process.Load() == &ProcessFilterBlock;
+        if (!sections) {
+            Push(0, left);
+            Push(1, right);
+            return;
+        }
+        if (RampDue(left) && RampDue(right)) {
+            const RampSchedule* ramp = FreeSchedule();
+            if (PrepareRampPair(left, right, samples_, &schedules_[used_])) {
+                ++used_;
+                Gather(0, CascadeStage{AsSection(left), nullptr, ramp});
+                Gather(1, CascadeStage{AsSection(right), nullptr, ramp});
+                return;
+            }
+        }
+        PushSection(0, AsSection(left));
+        PushSection(1, AsSection(right));
     }
 
     // Runs whatever is gathered. Audio thread.
     void Flush() noexcept {
         const int paired = lanes_ == 2 ? std::min(count_[0], count_[1]) : 0;
         if (paired > 0) {
-            ProcessSectionCascadeStereo(group_[0], group_[1], paired, buffers_[0], buffers_[1],
-                                        samples_);
+            ProcessSectionCascadeStereo(isa_, group_[0], group_[1], paired, buffers_[0],
+                                        buffers_[1], samples_);
         }
         for (int lane = 0; lane < lanes_; ++lane) {
-            ProcessSectionCascade(group_[lane] + paired, count_[lane] - paired, buffers_[lane],
-                                  samples_);
+            if (count_[lane] > paired) {
+                ProcessSectionCascade(isa_, group_[lane] + paired, count_[lane] - paired,
+                                      buffers_[lane], samples_);
+            }
             count_[lane] = 0;
         }
+        used_ = 0;
     }
 
 private:
-    static constexpr int kCapacity = 16;
+    static constexpr int kCapacity = 64;
+    static constexpr int kSchedules = 8;
+
+    void Gather(int lane, CascadeStage stage) noexcept {
+        group_[lane][count_[lane]++] = stage;
+        if (count_[lane] == kCapacity) Flush();
+    }
+
+    // A schedule that no gathered stage uses; when all are taken, what was gathered runs first.
+    const RampSchedule* FreeSchedule() noexcept {
+        if (used_ == kSchedules) Flush();
+        return &schedules_[used_];
+    }
 
     void PushSection(int lane, SectionFilterData* s) noexcept {
-        if (!steadyOnly_ && RampDue(s)) {
-            Flush();
-            ProcessFilterBlock(s, buffers_[lane], buffers_[lane], samples_);
+        if (!RampDue(s)) return Gather(lane, CascadeStage{s, nullptr, nullptr});
+        const RampSchedule* ramp = FreeSchedule();
+        if (PrepareRamp(s, samples_, &schedules_[used_])) {
+            ++used_;
+            Gather(lane, CascadeStage{s, nullptr, ramp});
             return;
         }
-        group_[lane][count_[lane]++] = s;
-        if (count_[lane] == kCapacity) Flush();
+        Gather(lane, CascadeStage{s, nullptr, nullptr});
     }
 
     // In place, a harmonic filter is its active sub-filters in cascade.
@@ -82,12 +132,14 @@ private:
         }
     }
 
+    CascadeIsa isa_;
     float* const* buffers_;
     int lanes_;
     int samples_;
-    bool steadyOnly_;
-    SectionFilterData* group_[2][kCapacity] = {};
+    CascadeStage group_[2][kCapacity];
     int count_[2] = {0, 0};
+    RampSchedule schedules_[kSchedules];
+    int used_ = 0;
 };
 
 void RunChainReference(FilterChain* chain, float* buffer, int count) noexcept {
@@ -96,34 +148,20 @@ void RunChainReference(FilterChain* chain, float* buffer, int count) noexcept {
     }
 }
 
-// Runs the chains of the channels that take part, in place on their work buffers.
-// Whether any filter that will run has a ramp due: a record, or an active harmonic sub-filter.
-bool AnyRampDue(FilterChain* const* chains, const bool* runs, int channels) noexcept {
-    for (int c = 0; c < channels; ++c) {
-        if (!runs[c]) continue;
-        for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
-            if (!Processes(f)) continue;
-            if (KindOf(f) == FilterKind::SingleSection && RampDue(f)) return true;
-            if (KindOf(f) != FilterKind::Harmonic) continue;
-            for (OpaqueFilterData* sub = FirstFilter(AsHarmonic(f)->subFilters); sub != nullptr;
-                 sub = NextFilter(sub)) {
-                if (RampDue(sub)) return true;
-            }
-        }
-    }
-    return false;
-}
-
-// One walk of the chains over `count` samples from `offset`, through the cascades.
-void WalkChains(FilterChain* const* chains, float* const* buffers, const bool* runs, int channels,
-                int offset, int count, bool steadyOnly) noexcept {
-    float* at[2] = {buffers[0] != nullptr ? buffers[0] + offset : nullptr,
-                    buffers[1] != nullptr ? buffers[1] + offset : nullptr};
+// The fast walk of one block: the chains through the cascades.
+void WalkChains(CascadeIsa isa, FilterChain* const* chains, float* const* at, const bool* runs,
+                int channels, int count) noexcept {
     if (channels == 2 && runs[0] && runs[1]) {
         // Walk both chains side by side, so that partners tend to share a register.
-        CascadeRunner runner(at, 2, count, steadyOnly);
+        CascadeRunner runner(isa, at, 2, count);
         OpaqueFilterData* f[2] = {FirstFilter(chains[0]), FirstFilter(chains[1])};
         while (f[0] != nullptr || f[1] != nullptr) {
+            if (f[0] != nullptr && f[1] != nullptr && Processes(f[0]) && Processes(f[1])) {
+                runner.PushPair(f[0], f[1]);
+                f[0] = NextFilter(f[0]);
+                f[1] = NextFilter(f[1]);
+                continue;
+            }
             for (int lane = 0; lane < 2; ++lane) {
                 if (f[lane] == nullptr) continue;
                 if (Processes(f[lane])) runner.Push(lane, f[lane]);
@@ -135,27 +173,12 @@ void WalkChains(FilterChain* const* chains, float* const* buffers, const bool* r
     }
     for (int c = 0; c < channels; ++c) {
         if (!runs[c]) continue;
-        CascadeRunner runner(&at[c], 1, count, steadyOnly);
+        CascadeRunner runner(isa, &at[c], 1, count);
         for (OpaqueFilterData* f = FirstFilter(chains[c]); f != nullptr; f = NextFilter(f)) {
             if (Processes(f)) runner.Push(0, f);
         }
         runner.Flush();
     }
-}
-
-// The fast walk of one block through the cascades.
-void WalkBlock(const AudioPathState& state, FilterChain* const* chains, float* const* buffers,
-               const bool* runs, int count) noexcept {
-    // A ramp redesigns over the first samples only; after them every filter is steady again.
-    // Running the block in two walks keeps a ramping filter from splitting the cascade for the
-    // whole block: the same bits, since the ramp ends where the first walk does and a change that
-    // lands between the walks waits for the next block either way.
-    if (count > kRampLength && AnyRampDue(chains, runs, state.channels)) {
-        WalkChains(chains, buffers, runs, state.channels, 0, kRampLength, false);
-        WalkChains(chains, buffers, runs, state.channels, kRampLength, count - kRampLength, true);
-        return;
-    }
-    WalkChains(chains, buffers, runs, state.channels, 0, count, false);
 }
 
 // After the whole block, in either walk: a filter whose history overflowed starts again from rest.
@@ -180,7 +203,7 @@ void RunChains(AudioPathState& state, const AudioConfiguration& config, const bo
             if (runs[c]) RunChainReference(chains[c], buffers[c], count);
         }
     } else {
-        WalkBlock(state, chains, buffers, runs, count);
+        WalkChains(state.cascadeIsa, chains, buffers, runs, state.channels, count);
     }
     RecoverChains(chains, runs, state.channels);
 }
@@ -242,7 +265,7 @@ void Process(AudioPathState& state, const float* const* inputs, float* const* ou
     bool runs[2] = {false, false};
     for (int c = 0; c < state.channels; ++c) {
         runs[c] = state.channelActive[c] && outputs[c] != nullptr && inputs[c] != nullptr;
-        if (runs[c]) AddGuardNoise(inputs[c], state.workBuffer[c].data(), count);
+        if (runs[c]) AddGuardNoise(inputs[c], state.workBuffer[c].data(), count, state.cascadeIsa);
     }
     if (solo == nullptr) {
         RunChains(state, config, runs, count);

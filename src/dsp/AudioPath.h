@@ -6,6 +6,7 @@
 #include "dsp/FilterRecord.h"
 #include "dsp/PeakMeter.h"
 #include "dsp/RelaxedAtomic.h"
+#include "dsp/SectionCascade.h"
 
 namespace vorix {
 
@@ -25,8 +26,8 @@ struct AudioConfiguration {
 };
 
 // Which kernels run the chains. Reference walks each chain and runs every filter through its
-// process function, one filter over the whole block at a time; Fast runs the same filters as
-// pipelined cascades with both channels side by side. The two give identical bits.
+// process function, one filter over the whole block at a time; Fast runs the same sections as
+// lane-packed cascades with both channels side by side. The two give identical bits.
 enum class ChainKernels { Fast, Reference };
 
 // The state the process call works on. The engine owns it; the editor side changes the
@@ -40,6 +41,8 @@ struct AudioPathState {
     RelaxedAtomic<bool> meteringEnabled{true};
     PeakReceiver* meters[2] = {nullptr, nullptr};
     ChainKernels kernels = ChainKernels::Fast;
+    // The instruction set of the fast walk's cascades; any supported one gives the same bits.
+    CascadeIsa cascadeIsa = BestCascadeIsa();
 
     // Owned by the audio thread once set up.
     std::vector<float> workBuffer[2];

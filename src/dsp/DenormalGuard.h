@@ -3,6 +3,8 @@
 #include <bit>
 #include <cstdint>
 
+#include "dsp/SectionCascade.h"
+
 namespace vorix {
 
 // The guard against denormal arithmetic: each input sample gets its own tiny noise value of
@@ -24,8 +26,10 @@ inline float DrawGuardValue(uint32_t& seed) noexcept {
 
 // out[i] = in[i] + the next guard value, advancing the process-wide seed by `count` steps. An input
 // sample that is not finite (NaN, infinity) counts as 0, so it never reaches a filter's history.
-// Audio thread; in and out may be the same buffer.
-void AddGuardNoise(const float* input, float* output, int count) noexcept;
+// Draws many values at once in the registers of `isa`, which must be supported; every one gives
+// the same values. Audio thread; in and out may be the same buffer.
+void AddGuardNoise(const float* input, float* output, int count,
+                   CascadeIsa isa = BestCascadeIsa()) noexcept;
 
 // The same, one step at a time: the reference twin of AddGuardNoise.
 void AddGuardNoisePlain(const float* input, float* output, int count) noexcept;

@@ -6,9 +6,9 @@
 #include "dsp/FilterRetirement.h"
 
 namespace vorix {
-namespace {
 
-void RunSection(FilterSection& section, const float* input, float* output, int count) noexcept {
+void RunExternalSection(FilterSection& section, const float* input, float* output,
+                        int count) noexcept {
     const double b0 = section.b[0], b1 = section.b[1], b2 = section.b[2];
     const double a1 = section.a[1], a2 = section.a[2];
     float x1 = section.x[1], x2 = section.x[2];
@@ -31,12 +31,10 @@ void RunSection(FilterSection& section, const float* input, float* output, int c
     section.y[2] = y2;
 }
 
-}  // namespace
-
 void ProcessSectionsBlock(OpaqueFilterData* filter, const float* input, float* output,
                           int count) noexcept {
     for (FilterSection& section : AsExternal(filter)->sections.View()) {
-        RunSection(section, input, output, count);
+        RunExternalSection(section, input, output, count);
     }
 }
 

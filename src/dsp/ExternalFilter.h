@@ -8,6 +8,12 @@ namespace vorix {
 // Each section in turn over the whole block, reading `input` and writing `output`: a cascade
 // where the two are the same buffer, which is how the engine always calls it. a[0] is ignored
 // here, though the response evaluation uses it. Audio thread; must not allocate, lock or throw.
+// One section of an External filter over a block: the recursion of every section kernel, with the
+// section's history left as [0] the last input and output, [1] and [2] the two before.
+// Audio thread.
+void RunExternalSection(FilterSection& section, const float* input, float* output,
+                        int count) noexcept;
+
 void ProcessSectionsBlock(OpaqueFilterData* filter, const float* input, float* output,
                           int count) noexcept;
 

@@ -42,9 +42,10 @@ bool KeepPolesInside(float& a1, float& a2) {
 // reciprocal, which can move the last bit of a stored coefficient, so each keeps its own way.
 enum class Normalise { DivideAll, DivideNumerator, MultiplyAll };
 
-// Normalises by a0 and stores into the selected set, with a[0] exactly 1.
-void Store(SectionFilterData* s, uint8_t selector, const double b[3], const double a[3],
-           Normalise how) {
+// Normalises by a0 and stores into the selected set, with a[0] exactly 1. The way is fixed when
+// this is built, so that no design divides for a reciprocal it does not use.
+template <Normalise how>
+void Store(SectionFilterData* s, uint8_t selector, const double b[3], const double a[3]) {
     const double inverse = 1.0 / a[0];
     float nb[3];
     float na[3] = {1.0f, 0.0f, 0.0f};
@@ -76,7 +77,7 @@ void Store(SectionFilterData* s, uint8_t selector, const double b[3], const doub
 void StoreIdentity(SectionFilterData* s, uint8_t selector) {
     const double b[3] = {1.0, 0.0, 0.0};
     const double a[3] = {1.0, 0.0, 0.0};
-    Store(s, selector, b, a, Normalise::DivideAll);
+    Store<Normalise::DivideAll>(s, selector, b, a);
 }
 
 // An exact 0 dB makes a wire rather than a numerically near-unity section.
@@ -94,7 +95,7 @@ void DesignSlopeShelf(SectionFilterData* s, uint8_t selector, const DesignInput&
                          A * ((A + 1.0) - (A - 1.0) * c - beta)};
     const double a[3] = {(A + 1.0) + (A - 1.0) * c + beta, sign * -2.0 * ((A - 1.0) + (A + 1.0) * c),
                          (A + 1.0) + (A - 1.0) * c - beta};
-    Store(s, selector, b, a, Normalise::DivideAll);
+    Store<Normalise::DivideAll>(s, selector, b, a);
 }
 
 // Shelf II: the dry signal plus a resonant second-order pass, H = 1 + K L, so the shelf can
@@ -110,7 +111,7 @@ void DesignResonantShelf(SectionFilterData* s, uint8_t selector, const DesignInp
     double b[3] = {d[0] + K * n[0], d[1] + K * n[1], d[2] + K * n[2]};
     double a[3] = {d[0], d[1], d[2]};
     if (in.gain < 1.0) std::swap(b, a);
-    Store(s, selector, b, a, Normalise::MultiplyAll);
+    Store<Normalise::MultiplyAll>(s, selector, b, a);
 }
 
 }  // namespace
@@ -139,7 +140,7 @@ void DesignPeak(OpaqueFilterData* filter, uint8_t selector) noexcept {
     const double alpha = std::sin(w) / (2.0 * in.q);
     const double b[3] = {1.0 + alpha * A, -2.0 * c, 1.0 - alpha * A};
     const double a[3] = {1.0 + alpha / A, -2.0 * c, 1.0 - alpha / A};
-    Store(s, selector, b, a, Normalise::DivideAll);
+    Store<Normalise::DivideAll>(s, selector, b, a);
 }
 
 void DesignLowShelf(OpaqueFilterData* filter, uint8_t selector) noexcept {
@@ -173,7 +174,7 @@ void DesignPassReject(OpaqueFilterData* filter, uint8_t selector) noexcept {
         case kNotch: b[0] = 1.0, b[1] = -2.0 * c, b[2] = 1.0; break;
         default: break;
     }
-    Store(s, selector, b, a, Normalise::DivideNumerator);
+    Store<Normalise::DivideNumerator>(s, selector, b, a);
 }
 
 FilterDesignFunction DesignFunctionFor(FilterType type) noexcept {

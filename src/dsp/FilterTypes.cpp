@@ -39,6 +39,15 @@ constexpr TypeRow kTypeRows[] = {
      FilterKind::Harmonic},
 };
 
+// The inline FilterKindOf of the header must say what the table says.
+constexpr bool KindsAgree() {
+    for (FilterType type = kNoFilterType; type <= kLastFilterType; ++type) {
+        if (FilterKindOf(type) != kTypeRows[type].kind) return false;
+    }
+    return true;
+}
+static_assert(KindsAgree(), "FilterKindOf disagrees with the type table");
+
 constexpr const char* kExternalName = "External";
 
 bool InTable(FilterType type) { return type >= kParametric && type <= kLastFilterType; }
@@ -86,11 +95,6 @@ const char* FilterParameterKey(FilterParameterId id) {
 }
 
 uint32_t FilterParameterMask(FilterType type) { return InTable(type) ? kTypeRows[type].mask : 0; }
-
-FilterKind FilterKindOf(FilterType type) {
-    if (type == kExternalFilter) return FilterKind::External;
-    return InTable(type) ? kTypeRows[type].kind : FilterKind::None;
-}
 
 bool FilterParameterRange(FilterType type, FilterParameterId id, ParameterRange* range) {
     const ParameterRange* found = nullptr;

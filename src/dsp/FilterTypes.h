@@ -72,6 +72,15 @@ constexpr float kFrequencyLimit = std::bit_cast<float>(0x3EE83315u);
 // How a record is laid out and processed.
 enum class FilterKind { None, SingleSection, Harmonic, External };
 
+// Which body a record of the type has. Inline: the audio thread asks it of every record of every
+// block, several times. Any thread; pure.
+constexpr FilterKind FilterKindOf(FilterType type) {
+    if (type == kExternalFilter) return FilterKind::External;
+    if (type >= kParametric && type <= kNotch) return FilterKind::SingleSection;
+    if (type == kHarmonic4 || type == kHarmonic8) return FilterKind::Harmonic;
+    return FilterKind::None;
+}
+
 // Type table look-ups.
 // Any thread; pure.
 const char* FilterTypeName(FilterType type);
@@ -79,7 +88,6 @@ const char* FilterTypeKey(FilterType type);
 FilterType FilterTypeFromKey(const char* key);
 const char* FilterParameterKey(FilterParameterId id);
 uint32_t FilterParameterMask(FilterType type);
-FilterKind FilterKindOf(FilterType type);
 
 // The closed interval that SetFilterParameter clamps a parameter to, for types that have one.
 struct ParameterRange {

@@ -4,37 +4,39 @@
 
 namespace vorix {
 
-// Runs single-section filters with no ramp due in cascade over a block, in place: the same bits
-// as running each filter's recursion over the whole block in turn, but with several filters in
-// flight at once (filter j works on sample t - j while filter j - 1 works on t), so the cascade is
-// bound by arithmetic throughput rather than by the latency of one recursion.
-// Audio thread; must not allocate, lock or throw.
-void ProcessSectionCascade(SectionFilterData* const* filters, int count, float* buffer,
-                           int samples) noexcept;
+struct RampSchedule;
 
-// Two independent cascades, one per channel, carried side by side in one SIMD register: lane 0
-// runs left[j], lane 1 runs right[j]. Audio thread.
-void ProcessSectionCascadeStereo(SectionFilterData* const* left, SectionFilterData* const* right,
-                                 int count, float* bufferLeft, float* bufferRight,
-                                 int samples) noexcept;
+// One second-order section that a cascade runs: a single-section filter (its audio set), or one
+// section of an External filter; exactly one of the two is set. A filter whose change is ramping
+// in this block brings the ramp's schedule: its first samples run on the schedule's steps, the
+// rest on its audio set, which holds the last step. (No default values: the chain walk gathers
+// stages into arrays that it must not clear on every block.)
+struct CascadeStage {
+    SectionFilterData* filter;
+    FilterSection* section;
+    const RampSchedule* ramp;
+};
 
-// The instruction sets the cascades are built for; the best one the processor has is chosen
-// once, at the first call. Both give the same bits.
-enum class CascadeIsa { Sse2, Avx512 };
+// The instruction sets the cascades are built for. All give the same bits.
+enum class CascadeIsa { Sse2, Avx2, Avx512 };
 
 bool CascadeIsaSupported(CascadeIsa isa) noexcept;
+// The fastest one the processor has, found once.
 CascadeIsa BestCascadeIsa() noexcept;
+// "sse2", "avx2", "avx512".
+const char* CascadeIsaName(CascadeIsa isa) noexcept;
 
-// The two kernels above on a given instruction set, which must be supported. Audio thread.
-void ProcessSectionCascadeOn(CascadeIsa isa, SectionFilterData* const* filters, int count,
-                             float* buffer, int samples) noexcept;
-void ProcessSectionCascadeStereoOn(CascadeIsa isa, SectionFilterData* const* left,
-                                   SectionFilterData* const* right, int count, float* bufferLeft,
-                                   float* bufferRight, int samples) noexcept;
+// Runs sections in cascade over a block, in place: the same bits, output and history, as running
+// each section's plain recursion over the whole block in turn, but with many sections at once in
+// the lanes of the instruction set's registers. `isa` must be supported. Audio thread; never
+// allocates, locks or throws.
+void ProcessSectionCascade(CascadeIsa isa, const CascadeStage* stages, int count, float* buffer,
+                           int samples) noexcept;
 
-// The reference twin of both: each filter's plain recursion over the whole block in turn.
+// Two independent cascades, one per channel, side by side: left[j] and right[j] share registers.
 // Audio thread.
-void ProcessSectionCascadePlain(SectionFilterData* const* filters, int count, float* buffer,
-                                int samples) noexcept;
+void ProcessSectionCascadeStereo(CascadeIsa isa, const CascadeStage* left,
+                                 const CascadeStage* right, int count, float* bufferLeft,
+                                 float* bufferRight, int samples) noexcept;
 
 }  // namespace vorix

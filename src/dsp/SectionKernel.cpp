@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
 
 namespace vorix {
 namespace {
@@ -9,13 +10,13 @@ namespace {
 using RecursionFunction = void (*)(const SectionCoefficients&, SectionState&, const float*, float*,
                                    int) noexcept;
 
-// Steps the current parameters towards the targets over n0 samples, redesigning the audio set
-// before each, then runs the rest of the block on the last design. The currents end exactly on
-// the targets so that rounding in the steps cannot accumulate over many changes.
-void RampBlock(SectionFilterData* s, const PendingChange& change, const float* input, float* output,
-               int count, RecursionFunction recursion) noexcept {
-    s->changeApplied.store(change.ticket, std::memory_order_relaxed);
-    const int n0 = std::min(kRampLength, count);
+// Steps the current parameters of `s` towards the targets over n0 samples, redesigning the audio
+// set before each step and handing step i to `use`; a `twin` that ramps from the same place to
+// the same targets takes each design as a copy. The currents end exactly on the targets, so that
+// rounding in the steps cannot accumulate over many changes.
+template <typename Use>
+void StepRamp(SectionFilterData* s, SectionFilterData* twin, const PendingChange& change, int n0,
+              Use use) noexcept {
     if (n0 > 0) {
         float gain = s->currentGain, frequency = s->currentFrequency, q = s->currentQ;
         const float steps = static_cast<float>(n0);
@@ -23,8 +24,6 @@ void RampBlock(SectionFilterData* s, const PendingChange& change, const float* i
         const float dFrequency = change.frequency != frequency ? (change.frequency - frequency) / steps : 0.0f;
         const float dQ = change.q != q ? (change.q - q) / steps : 0.0f;
         const FilterDesignFunction design = s->design;
-        SectionState state = LoadState(s);
-        SectionCoefficients c{};
         for (int i = 0; i < n0; ++i) {
             frequency += dFrequency;
             gain += dGain;
@@ -33,15 +32,65 @@ void RampBlock(SectionFilterData* s, const PendingChange& change, const float* i
             s->currentGain = gain;
             s->currentQ = q;
             design(s, kDesignAudioSet);
-            c = LoadAudioSet(s);
-            output[i] = RecursionStep(c, state, input[i]);
+            if (twin != nullptr) {
+                twin->currentFrequency = frequency;
+                twin->currentGain = gain;
+                twin->currentQ = q;
+                for (int k = 0; k < 3; ++k) {
+                    twin->b[k] = s->b[k].Load();
+                    twin->a[k] = s->a[k].Load();
+                }
+            }
+            use(i);
         }
+    }
+    for (SectionFilterData* f : {s, twin}) {
+        if (f == nullptr) continue;
+        f->currentGain = change.gain;
+        f->currentFrequency = change.frequency;
+        f->currentQ = change.q;
+    }
+}
+
+// The ramp over the first n0 samples, sample by sample on each step's design, then the rest of
+// the block on the last design.
+void RampBlock(SectionFilterData* s, const PendingChange& change, const float* input, float* output,
+               int count, RecursionFunction recursion) noexcept {
+    s->changeApplied.store(change.ticket, std::memory_order_relaxed);
+    const int n0 = std::min(kRampLength, count);
+    SectionState state = LoadState(s);
+    SectionCoefficients c{};
+    StepRamp(s, nullptr, change, n0, [&](int i) {
+        c = LoadAudioSet(s);
+        output[i] = RecursionStep(c, state, input[i]);
+    });
+    if (n0 > 0) {
         recursion(c, state, input + n0, output + n0, count - n0);
         StoreState(s, state);
     }
-    s->currentGain = change.gain;
-    s->currentFrequency = change.frequency;
-    s->currentQ = change.q;
+}
+
+// Whether two filters ramp from the same place to the same targets: each design step of one is
+// then the other's too (a design reads the type and the current parameters alone).
+bool SameRamp(const SectionFilterData* a, const PendingChange& ca, const SectionFilterData* b,
+              const PendingChange& cb) noexcept {
+    auto same = [](float x, float y) { return std::bit_cast<uint32_t>(x) == std::bit_cast<uint32_t>(y); };
+    return a->type == b->type && a->design.Load() == b->design.Load() &&
+           same(a->currentGain, b->currentGain) && same(a->currentFrequency, b->currentFrequency) &&
+           same(a->currentQ, b->currentQ) && same(ca.gain, cb.gain) &&
+           same(ca.frequency, cb.frequency) && same(ca.q, cb.q);
+}
+
+// Lays out a ramp of n0 steps: each step's audio set, widened, in the schedule.
+void ScheduleRamp(SectionFilterData* s, SectionFilterData* twin, const PendingChange& change,
+                  int count, RampSchedule* schedule) noexcept {
+    schedule->length = std::min(kRampLength, count);
+    StepRamp(s, twin, change, schedule->length, [&](int i) {
+        // Word by word: a structure built through memory and read back wider would stall.
+        double* step = schedule->steps[i];
+        step[0] = s->b[0].Load(), step[1] = s->b[1].Load(), step[2] = s->b[2].Load();
+        step[3] = s->a[1].Load(), step[4] = s->a[2].Load();
+    });
 }
 
 void ProcessWith(OpaqueFilterData* filter, const float* input, float* output, int count,
@@ -110,6 +159,28 @@ bool RampDue(const OpaqueFilterData* f) noexcept {
 void ProcessFilterBlock(OpaqueFilterData* filter, const float* input, float* output,
                         int count) noexcept {
     ProcessWith(filter, input, output, count, &RunRecursion);
+}
+
+bool PrepareRamp(OpaqueFilterData* filter, int count, RampSchedule* schedule) noexcept {
+    SectionFilterData* s = AsSection(filter);
+    PendingChange change;
+    if (!ReadPendingChange(s, &change)) return false;
+    s->changeApplied.store(change.ticket, std::memory_order_relaxed);
+    ScheduleRamp(s, nullptr, change, count, schedule);
+    return true;
+}
+
+bool PrepareRampPair(OpaqueFilterData* left, OpaqueFilterData* right, int count,
+                     RampSchedule* schedule) noexcept {
+    SectionFilterData* s[2] = {AsSection(left), AsSection(right)};
+    PendingChange change[2];
+    if (!ReadPendingChange(s[0], &change[0]) || !ReadPendingChange(s[1], &change[1]) ||
+        !SameRamp(s[0], change[0], s[1], change[1])) {
+        return false;
+    }
+    for (int k = 0; k < 2; ++k) s[k]->changeApplied.store(change[k].ticket, std::memory_order_relaxed);
+    ScheduleRamp(s[0], s[1], change[0], count, schedule);
+    return true;
 }
 
 void ProcessFilterBlockPlain(OpaqueFilterData* filter, const float* input, float* output,

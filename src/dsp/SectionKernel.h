@@ -63,6 +63,25 @@ bool RampDue(const OpaqueFilterData* filter) noexcept;
 void ProcessFilterBlock(OpaqueFilterData* filter, const float* input, float* output,
                         int count) noexcept;
 
+// A ramp laid out ahead of the samples it shapes: the audio set of each step, widened to double
+// (b0, b1, b2, a1, a2), for the cascades to run in their lanes.
+struct RampSchedule {
+    double steps[kRampLength][5];
+    int length;  // the smaller of kRampLength and the block
+};
+
+// If a change is complete and not yet applied, steps the filter to it exactly as ProcessFilterBlock
+// would over a block of `count` samples, laying each step's design out in `schedule`, and returns
+// true: the record is then as ProcessFilterBlock leaves it, history apart, and the last step's
+// design is its audio set for the rest of the block. Audio thread.
+bool PrepareRamp(OpaqueFilterData* filter, int count, RampSchedule* schedule) noexcept;
+
+// The same for the two halves of a pair when both ramp from the same parameters to the same
+// targets: each step is designed once, for both. Returns false, and changes nothing, otherwise.
+// Audio thread.
+bool PrepareRampPair(OpaqueFilterData* left, OpaqueFilterData* right, int count,
+                     RampSchedule* schedule) noexcept;
+
 // ProcessFilterBlock with the sample-by-sample recursion after the ramp: the reference twin.
 // Audio thread.
 void ProcessFilterBlockPlain(OpaqueFilterData* filter, const float* input, float* output,

@@ -16,29 +16,37 @@
 namespace vorix::test {
 namespace {
 
-// Both generators against the sequence worked out here in 64-bit arithmetic, over odd sizes so
-// that the four-way steps and the tail of the fast one are all exercised.
+// The generator in the registers of every instruction set, and one step at a time, against the
+// sequence worked out here in 64-bit arithmetic, over odd sizes so that the wide steps and the
+// tails are all exercised; input that is not a number plays as silence plus the guard value.
 TEST(DenormalGuard, FastAndPlainGuardNoiseFollowTheGeneratorFromAnySeed) {
-    for (int samples : OddBlockSizes()) {
-        SCOPED_TRACE(samples);
-        // An input this small lets every guard value show in the sum.
-        const std::vector<float> input(static_cast<size_t>(samples), 0x1p-66f);
-        std::vector<float> fast(input.size()), plain(input.size());
-        const uint32_t start = 77u + static_cast<uint32_t>(samples);
-        SetGuardNoiseSeed(start);
-        AddGuardNoise(input.data(), fast.data(), samples);
-        const uint32_t fastSeed = GuardNoiseSeed();
-        SetGuardNoiseSeed(start);
-        AddGuardNoisePlain(input.data(), plain.data(), samples);
-        ASSERT_TRUE(SameBits(fast, plain));
-        uint64_t seed = start;
-        for (int i = 0; i < samples; ++i) {
-            seed = (seed * 1234567u + 890123u) % (uint64_t{1} << 32);
-            const uint32_t bits = (static_cast<uint32_t>(seed) & 0x9E7F0000u) | 0x1E000000u;
-            ASSERT_EQ(plain[i], input[i] + std::bit_cast<float>(bits)) << "draw " << i;
+    for (CascadeIsa isa : {CascadeIsa::Sse2, CascadeIsa::Avx2, CascadeIsa::Avx512}) {
+        if (!CascadeIsaSupported(isa)) continue;
+        std::vector<int> sizes = OddBlockSizes();
+        sizes.push_back(35);
+        for (int samples : sizes) {
+            SCOPED_TRACE(::testing::Message() << CascadeIsaName(isa) << ", " << samples);
+            // An input this small lets every guard value show in the sum.
+            std::vector<float> input(static_cast<size_t>(samples), 0x1p-66f);
+            for (int i = 5; i < samples; i += 11) input[static_cast<size_t>(i)] = i % 2 ? NAN : -INFINITY;
+            std::vector<float> fast(input.size()), plain(input.size());
+            const uint32_t start = 77u + static_cast<uint32_t>(samples);
+            SetGuardNoiseSeed(start);
+            AddGuardNoise(input.data(), fast.data(), samples, isa);
+            const uint32_t fastSeed = GuardNoiseSeed();
+            SetGuardNoiseSeed(start);
+            AddGuardNoisePlain(input.data(), plain.data(), samples);
+            ASSERT_TRUE(SameBits(fast, plain));
+            uint64_t seed = start;
+            for (int i = 0; i < samples; ++i) {
+                seed = (seed * 1234567u + 890123u) % (uint64_t{1} << 32);
+                const uint32_t bits = (static_cast<uint32_t>(seed) & 0x9E7F0000u) | 0x1E000000u;
+                const float playable = std::isfinite(input[i]) ? input[i] : 0.0f;
+                ASSERT_EQ(plain[i], playable + std::bit_cast<float>(bits)) << "draw " << i;
+            }
+            ASSERT_EQ(GuardNoiseSeed(), seed);
+            ASSERT_EQ(fastSeed, seed);
         }
-        ASSERT_EQ(GuardNoiseSeed(), seed);
-        ASSERT_EQ(fastSeed, seed);
     }
 }
 
@@ -84,42 +92,94 @@ void BuildRandomEngine(AudioPathFixture& fx, uint32_t seed) {
     fx.state.configurations[0].compensationGain[1] = 0.5f + unit(rng);
 }
 
-// Blocks of random lengths, ramps from random parameter changes and fades, mono and stereo,
-// through the pipelined cascades and through the reference walk of each filter's own process.
+// Blocks of random lengths, ramps from random parameter changes (of one half, or of both halves of
+// a pair alike, which share their designs) and fades, mono and stereo, through the lane-packed
+// cascades of every instruction set the processor has and through the reference walk of each
+// filter's own process function.
 TEST(AudioPath, FastChainsEqualReferenceChainsBitForBit) {
-    for (uint32_t seed = 1; seed <= 80; ++seed) {
-        const int channels = 1 + static_cast<int>(seed % 2);
-        SCOPED_TRACE(::testing::Message() << channels << " channels, engine " << seed);
-        AudioPathFixture fast(channels, 1024), reference(channels, 1024);
-        BuildRandomEngine(fast, seed);
-        BuildRandomEngine(reference, seed);
-        reference.state.kernels = ChainKernels::Reference;
-        std::mt19937 rng(seed);
-        for (uint32_t round = 0; round < 8; ++round) {
-            const int count = static_cast<int>(rng() % 3 == 0 ? rng() % 17 : rng() % 700);
-            const int mode = round % 4 == 3   ? kFadeToBypass
-                             : round % 4 == 2 ? kFadeFromBypass
-                                              : kProcessing;
-            const uint32_t lane = rng() % 2 % static_cast<uint32_t>(channels), index = rng() % 16,
-                           id = rng() % 8;
-            const float value = static_cast<float>(rng() % 1000) / 2000.0f;
-            for (AudioPathFixture* fx : {&fast, &reference}) {  // one parameter of one record
-                OpaqueFilterData* f = FirstFilter(fx->chains[lane]);
-                for (uint32_t k = index; k > 0 && f != nullptr; --k)
-                    f = NextFilter(f);
-                if (f != nullptr && round % 2 == 1)
+    for (CascadeIsa isa : {CascadeIsa::Sse2, CascadeIsa::Avx2, CascadeIsa::Avx512}) {
+        if (!CascadeIsaSupported(isa)) continue;
+        for (uint32_t seed = 1; seed <= 80; ++seed) {
+            const int channels = 1 + static_cast<int>(seed % 2);
+            SCOPED_TRACE(::testing::Message() << CascadeIsaName(isa) << ", " << channels
+                                              << " channels, engine " << seed);
+            AudioPathFixture fast(channels, 1024), reference(channels, 1024);
+            BuildRandomEngine(fast, seed);
+            BuildRandomEngine(reference, seed);
+            fast.state.cascadeIsa = isa;
+            reference.state.kernels = ChainKernels::Reference;
+            std::mt19937 rng(seed);
+            for (uint32_t round = 0; round < 8; ++round) {
+                const int count = static_cast<int>(rng() % 3 == 0 ? rng() % 17 : rng() % 700);
+                const int mode = round % 4 == 3   ? kFadeToBypass
+                                 : round % 4 == 2 ? kFadeFromBypass
+                                                  : kProcessing;
+                const uint32_t lane = rng() % 2 % static_cast<uint32_t>(channels),
+                               index = rng() % 16, id = rng() % 8;
+                const float value = static_cast<float>(rng() % 1000) / 2000.0f;
+                for (AudioPathFixture* fx : {&fast, &reference}) {  // one parameter of one record
+                    OpaqueFilterData* f = FirstFilter(fx->chains[lane]);
+                    for (uint32_t k = index; k > 0 && f != nullptr; --k)
+                        f = NextFilter(f);
+                    if (f == nullptr || round % 2 == 0) continue;
                     SetFilterParameter(f, kAllFilterParameters[id], value);
+                    OpaqueFilterData* partner = f->partner.load();
+                    if (round % 4 == 1 && partner != nullptr) {
+                        SetFilterParameter(partner, kAllFilterParameters[id], value);
+                    }
+                }
+                const Block in = MakeSignal(channels, count, seed * 100 + round);
+                Block outFast = in, outReference = in;
+                SetGuardNoiseSeed(seed);
+                fast.Process(in, outFast, count, mode);
+                SetGuardNoiseSeed(seed);
+                reference.Process(in, outReference, count, mode);
+                for (int c = 0; c < channels; ++c) {
+                    ASSERT_TRUE(SameBits(outFast[c], outReference[c]))
+                        << "channel " << c << ", round " << round;
+                    ASSERT_EQ(fast.state.gainState[c], reference.state.gainState[c]);
+                }
             }
-            const Block in = MakeSignal(channels, count, seed * 100 + round);
+        }
+    }
+}
+
+// Both-channel pairs whose halves ramp together share each design step; halves that part (a change
+// to one of them, or one ramp under way in a half that another change reaches first) ramp on their
+// own. Either way the fast walk gives the reference's bits.
+TEST(AudioPath, PairsThatRampTogetherEqualTheReference) {
+    for (CascadeIsa isa : {CascadeIsa::Sse2, CascadeIsa::Avx2, CascadeIsa::Avx512}) {
+        if (!CascadeIsaSupported(isa)) continue;
+        SCOPED_TRACE(CascadeIsaName(isa));
+        AudioPathFixture fast(2, 512), reference(2, 512);
+        for (AudioPathFixture* fx : {&fast, &reference}) {
+            fx->AddParametricSpread(6);
+            AudioPathFixture::SetBoth(fx->Add(kLowShelf2), P::Gain, 6.0f);
+        }
+        fast.state.cascadeIsa = isa;
+        reference.state.kernels = ChainKernels::Reference;
+        for (int round = 0; round < 12; ++round) {
+            const FilterParameterId id = round % 3 == 0 ? P::Frequency : P::Gain;
+            const float value = id == P::Frequency ? 0.002f * static_cast<float>(round + 1)
+                                                   : static_cast<float>(round % 5) * 3.0f - 6.0f;
+            for (AudioPathFixture* fx : {&fast, &reference}) {
+                OpaqueFilterData* f = FirstFilter(fx->chains[0]);
+                for (int k = round % 7; k > 0; --k) f = NextFilter(f);
+                if (round % 4 == 3) {
+                    SetFilterParameter(f, id, value);  // the left half alone
+                } else {
+                    AudioPathFixture::SetBoth(f, id, value);
+                }
+            }
+            const int count = round % 2 == 0 ? 9 : 300;
+            const Block in = MakeSignal(2, count, 50u + static_cast<uint32_t>(round));
             Block outFast = in, outReference = in;
-            SetGuardNoiseSeed(seed);
-            fast.Process(in, outFast, count, mode);
-            SetGuardNoiseSeed(seed);
-            reference.Process(in, outReference, count, mode);
-            for (int c = 0; c < channels; ++c) {
-                ASSERT_TRUE(SameBits(outFast[c], outReference[c]))
-                    << "channel " << c << ", round " << round;
-                ASSERT_EQ(fast.state.gainState[c], reference.state.gainState[c]);
+            SetGuardNoiseSeed(3);
+            fast.Process(in, outFast, count);
+            SetGuardNoiseSeed(3);
+            reference.Process(in, outReference, count);
+            for (int c = 0; c < 2; ++c) {
+                ASSERT_TRUE(SameBits(outFast[c], outReference[c])) << "channel " << c << ", round " << round;
             }
         }
     }
