@@ -37,7 +37,10 @@ public:
 
     // Main thread: no replacement can happen between the two ends of a loop there.
     FilterSection* begin() const noexcept { return View().data(); }
-    FilterSection* end() const noexcept { return View().data() + View().size(); }
+    FilterSection* end() const noexcept {
+        const std::span<FilterSection> sections = View();
+        return sections.data() + sections.size();
+    }
     std::size_t size() const noexcept { return View().size(); }
     bool empty() const noexcept { return View().empty(); }
     FilterSection& operator[](std::size_t i) const noexcept { return View()[i]; }

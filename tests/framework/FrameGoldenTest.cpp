@@ -8,8 +8,6 @@
 // and look at every image before committing it.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "core/EditorHarness.h"
@@ -20,6 +18,7 @@
 #include "framework/TextFrame.h"
 #include "framework/TextPixMapButton.h"
 #include "platform/PngImage.h"
+#include "support/GoldenImage.h"
 
 namespace vorix {
 namespace {
@@ -74,32 +73,13 @@ void PaintArtwork(DrawContext& art) {
     art.EndDraw();
 }
 
-// Compares the window's `area` with its golden file, or rewrites the file under VORIX_BLESS=1.
+// The window's `area` against its golden file.
 void ExpectGolden(const SoftwareContext& window, const Rect& area, const std::string& name) {
     PixelImage image(area.Width(), area.Height());
     for (std::int32_t y = 0; y < area.Height(); ++y)
         for (std::int32_t x = 0; x < area.Width(); ++x)
             image.Row(y)[x] = window.GetPixel(area.left + x, area.top + y);
-    const std::filesystem::path golden = std::filesystem::path(VORIX_GOLDEN_DIR) / (name + ".png");
-    const char* bless = std::getenv("VORIX_BLESS");
-    if (bless != nullptr && std::string(bless) == "1") {
-        WritePngFile(golden, image);
-        GTEST_SKIP() << "blessed " << golden;
-    }
-    ASSERT_TRUE(std::filesystem::exists(golden))
-        << golden << " is missing; run the tests with VORIX_BLESS=1 to make it";
-    if (ReadFileBytes(golden) == EncodePng(image)) return;
-    const std::filesystem::path actual = std::filesystem::current_path() / (name + ".actual.png");
-    WritePngFile(actual, image);
-    const PixelImage expected = ReadPngFile(golden);
-    std::size_t differing = 0;
-    if (expected.width == image.width && expected.height == image.height) {
-        for (std::size_t i = 0; i < image.pixels.size(); ++i)
-            differing += expected.pixels[i] != image.pixels[i] ? 1 : 0;
-    }
-    ADD_FAILURE() << name << " differs from " << golden << " (" << differing
-                  << " pixels differ); what was drawn is in " << actual
-                  << ". If the change is intended, run the tests with VORIX_BLESS=1.";
+    test::ExpectGolden(image, VORIX_GOLDEN_DIR, name);
 }
 
 class FrameGolden : public EditorTest {

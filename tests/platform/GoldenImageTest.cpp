@@ -7,14 +7,13 @@
 // the files are rewritten from what is drawn now, and the change shows in the commit.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "framework/DrawContext.h"
 #include "platform/OGWorld.h"
 #include "platform/PngImage.h"
 #include "platform/SoftwareWindowContext.h"
+#include "support/GoldenImage.h"
 
 namespace vorix {
 namespace {
@@ -138,45 +137,18 @@ void PaintMessage(DrawContext& c) {
     c.EndDraw();
 }
 
-// Compares the image with its golden file, or rewrites the file under VORIX_BLESS=1.
-void ExpectGolden(const PixelImage& image, const std::string& name) {
-    const std::filesystem::path golden = std::filesystem::path(VORIX_GOLDEN_DIR) / (name + ".png");
-    const std::vector<std::uint8_t> bytes = EncodePng(image);
-    const char* bless = std::getenv("VORIX_BLESS");
-    if (bless != nullptr && std::string(bless) == "1") {
-        WritePngFile(golden, image);
-        GTEST_SKIP() << "blessed " << golden;
-    }
-    ASSERT_TRUE(std::filesystem::exists(golden))
-        << golden << " is missing; run the tests with VORIX_BLESS=1 to make it";
-    if (ReadFileBytes(golden) == bytes) return;
-
-    const std::filesystem::path actual = std::filesystem::current_path() / (name + ".actual.png");
-    WritePngFile(actual, image);
-    const PixelImage expected = ReadPngFile(golden);
-    std::size_t differing = 0;
-    if (expected.width == image.width && expected.height == image.height) {
-        for (std::size_t i = 0; i < image.pixels.size(); ++i) {
-            differing += expected.pixels[i] != image.pixels[i] ? 1 : 0;
-        }
-    }
-    ADD_FAILURE() << name << " differs from " << golden << " (" << differing
-                  << " pixels differ); what was drawn is in " << actual
-                  << ". If the change is intended, run the tests with VORIX_BLESS=1.";
-}
-
 TEST(GoldenImages, APlotWithGridCurvesHandlesLabelsAndAMaskedButton) {
     OGWorld art({0, 0, 24, 10});
     PaintButtonArt(art);
     SoftwareWindowContext window(kPlotWidth, kPlotHeight);
     PaintPlot(window, art);
-    ExpectGolden(window.GetImage(), "plot");
+    test::ExpectGolden(window.GetImage(), VORIX_GOLDEN_DIR, "plot");
 }
 
 TEST(GoldenImages, AMessageBoxWithWrappedText) {
     SoftwareWindowContext window(260, 100);
     PaintMessage(window);
-    ExpectGolden(window.GetImage(), "message");
+    test::ExpectGolden(window.GetImage(), VORIX_GOLDEN_DIR, "message");
 }
 
 }  // namespace
